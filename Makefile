@@ -1,0 +1,40 @@
+# gameui: `make test` builds and runs the whole suite (normal and sanitizer builds) on a fresh Debian 12.
+JOBS ?= $(shell nproc)
+GENERATOR := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
+LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
+CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
+DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev
+
+.PHONY: all deps build test test-normal test-asan clean
+
+all: build
+
+# Installs the Debian packages the build needs, when they are missing and we may install them.
+deps:
+	@missing=""; for p in $(DEB_PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q "ok installed" || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  if [ "$$(id -u)" = 0 ]; then \
+	    echo "installing:$$missing"; \
+	    apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
+	  else echo "missing Debian packages:$$missing (run as root or install them)"; fi; \
+	fi
+
+build: deps
+	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
+	cmake --build build/normal -j $(JOBS)
+
+test-normal: build
+	cd build/normal && ctest --output-on-failure -j $(JOBS)
+
+test-asan: deps
+	cmake -S . -B build/asan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=address,undefined
+	cmake --build build/asan -j $(JOBS)
+	cd build/asan && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  ctest --output-on-failure -j $(JOBS)
+
+test: test-normal test-asan
+
+clean:
+	rm -rf build out

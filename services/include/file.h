@@ -1,0 +1,27 @@
+// The file library the library reads descriptions and scriptlets through. A game may install its own
+// backend (packed archives, in-memory files); the built-in one uses stdio.
+#pragma once
+#include "uiapi.h"
+
+struct FileHandle; // defined by each backend
+
+namespace File {
+UI_API FileHandle* open(const char* name, const char* mode); // null on failure
+UI_API int getLength(FileHandle* f);
+UI_API unsigned int read(void* buffer, unsigned int size, unsigned int count, FileHandle* f);
+UI_API void close(FileHandle* f);
+UI_API void registerThread();
+UI_API void unregisterThread();
+
+class UI_API Backend {
+public:
+    virtual ~Backend();
+    virtual FileHandle* open(const char* name, const char* mode) = 0;
+    virtual int getLength(FileHandle* f) = 0;
+    virtual unsigned int read(void* buffer, unsigned int size, unsigned int count, FileHandle* f) = 0;
+    virtual void close(FileHandle* f) = 0;
+    virtual void registerThread();
+    virtual void unregisterThread();
+};
+UI_API void setBackend(Backend* backend); // null: built-in stdio backend
+} // namespace File

@@ -1,0 +1,11 @@
+// Translation of text keys into UTF-8 texts. g_stringTblPtr may be null: texts are then used as given.
+#pragma once
+#include "uiapi.h"
+
+class UI_API StringTable {
+public:
+    virtual ~StringTable();
+    virtual const unsigned char* translate(const char* key) = 0;
+};
+
+extern UI_API StringTable* g_stringTblPtr; // starts null

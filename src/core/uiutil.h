@@ -1,0 +1,34 @@
+// Small helpers shared by the library's sources: bounded copies, name comparison and pool allocation.
+#pragma once
+#include <cstddef>
+#include <new>
+#include <utility>
+#include "memorymgr.h"
+
+namespace ui {
+
+// Copies at most capacity - 1 characters and always terminates; longer input is cut.
+inline void copyName(char* dst, std::size_t capacity, const char* src) {
+    std::size_t i = 0;
+    if (src)
+        for (; i + 1 < capacity && src[i]; ++i) dst[i] = src[i];
+    dst[i] = '\0';
+}
+template <std::size_t N> inline void copyName(char (&dst)[N], const char* src) { copyName(dst, N, src); }
+
+bool equalNoCase(const char* a, const char* b);
+
+// Plain records (list nodes, entries) from a pool; null when the memory manager has none.
+template <class T> T* poolNew(int pool, const char* file, unsigned int line) {
+    void* p = g_MemoryPtr ? g_MemoryPtr->alloc(pool, sizeof(T), file, line) : nullptr;
+    return p ? new (p) T() : nullptr;
+}
+template <class T> void poolDelete(int pool, T* p) {
+    if (!p) return;
+    p->~T();
+    g_MemoryPtr->free(pool, p);
+}
+
+} // namespace ui
+
+#define UI_POOL_NEW(T, pool) ::ui::poolNew<T>(pool, __FILE__, __LINE__)
