@@ -1,0 +1,3 @@
+#include "uinonvisualwidget.h"
+
+UI_DEFINE_WIDGET(uiNonVisualWidget, uiWidget, "uinonvisualwidget.h")

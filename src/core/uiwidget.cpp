@@ -1,0 +1,353 @@
+// uiWidget: the tree, the state setters, the frame recursions and input delivery.
+#include "uiwidget.h"
+#include <cstring>
+#include "core/uiutil.h"
+#include "gfxsubsystem.h"
+#include "logger.h"
+#include "soundsubsystem.h"
+#include "uisubsystem.h"
+
+unsigned int uiWidget::s_iDeltaTime = 0;
+float uiWidget::s_fDeltaTime = 0.0f;
+unsigned long long uiWidget::s_frameNumber = 0;
+bool uiWidget::s_terminate = false;
+bool uiWidget::s_dynamicLoading = true;
+uiProgressCb uiWidget::_progCb = nullptr;
+void* uiWidget::_progClient = nullptr;
+
+uiWidget::uiWidget() = default;
+
+void* uiWidget::operator new(std::size_t size) noexcept { return operator new(size, __FILE__, __LINE__); }
+
+void* uiWidget::operator new(std::size_t size, const char* file, unsigned int line) noexcept {
+    return g_MemoryPtr ? g_MemoryPtr->alloc(kUIPool, static_cast<unsigned int>(size), file, line) : nullptr;
+}
+
+void uiWidget::operator delete(void* p) noexcept {
+    if (p) g_MemoryPtr->free(kUIPool, p);
+}
+
+void uiWidget::operator delete(void* p, const char*, unsigned int) noexcept { operator delete(p); }
+
+uiWidget::~uiWidget() {
+    while (children) {
+        _WidgetList_s* node = children;
+        children = node->next;
+        delete node->widget;
+        ui::poolDelete(kUIPool, node);
+    }
+    while (globalInputFocus) {
+        _WidgetNameList_s* entry = globalInputFocus;
+        globalInputFocus = entry->next;
+        ui::poolDelete(kUIPool, entry);
+    }
+}
+
+bool uiWidget::s_namesEqual(const char* a, const char* b) { return ui::equalNoCase(a, b); }
+
+bool uiWidget::isType(const char* typeName) { return ui::equalNoCase(typeName, "uiWidget"); }
+
+bool uiWidget::testBounds(int x, int y) { return rect.x <= x && x < rect.x2 && rect.y <= y && y < rect.y2; }
+
+// ---- tree -------------------------------------------------------------------------------------------
+
+void uiWidget::addChild(uiWidget* child, bool inheritStates) {
+    _WidgetList_s* node = UI_POOL_NEW(_WidgetList_s, kUIPool);
+    if (!node) {
+        Logger::log(2, "%s::addChild(%s): Out of Memory\f", name, child ? child->name : "");
+        return;
+    }
+    child->parent = this;
+    node->widget = child;
+    node->next = children;
+    children = node;
+    if (inheritStates)
+        child->setWidgetStates((flags & WF_VISIBLE) != 0, (flags & WF_ACTIVE) != 0, (flags & WF_INPUT_FOCUS) != 0,
+                               true);
+}
+
+void uiWidget::detachFromParent() {
+    if (!parent) return;
+    if (g_ui) g_ui->updateLock(true);
+    _WidgetList_s** link = &parent->children;
+    while (*link && (*link)->widget != this) link = &(*link)->next;
+    if (!*link) {
+        Logger::log(2, "Parent[%s] child[%s] mismatch detected on detachFromParent()\f", parent->name, name);
+    } else {
+        _WidgetList_s* node = *link;
+        *link = node->next;
+        parent = nullptr;
+        ui::poolDelete(kUIPool, node);
+    }
+    if (g_ui) g_ui->updateLock(false);
+}
+
+uiWidget* uiWidget::getRootWidget() {
+    uiWidget* w = this;
+    while (w->parent) w = w->parent;
+    return w;
+}
+
+uiWidget* uiWidget::getWidget(const char* path, int level, bool warn) {
+    char buffer[130];
+    ui::copyName(buffer, path);
+    char* rest = std::strchr(buffer, '.');
+    if (rest) *rest++ = '\0';
+    if (ui::equalNoCase(buffer, name)) {
+        if (!rest) return this;
+        for (_WidgetList_s* node = children; node; node = node->next)
+            if (uiWidget* r = node->widget->getWidget(rest, level + 1, true)) return r;
+    }
+    if (level == 0 && warn) Logger::log(2, "uiWidget::getWidget(): Unknown name: ^C0000FF%s^c\f", path);
+    return nullptr;
+}
+
+uiWidget* uiWidget::getChildWidget(const char* path, int level, bool warn) {
+    for (_WidgetList_s* node = children; node; node = node->next)
+        if (uiWidget* r = node->widget->getWidget(path, level + 1, true)) return r;
+    if (level == 0 && warn) Logger::log(2, "uiWidget::getWidget(): Unknown name: ^C0000FF%s^c\f", path);
+    return nullptr;
+}
+
+void uiWidget::getBasisCoords(int* x, int* y) {
+    *x = 0;
+    *y = 0;
+    if (flags & WF_ROOT_COORDS) return;
+    for (uiWidget* w = parent; w; w = w->parent) {
+        *x += w->rect.x;
+        *y += w->rect.y;
+        if (w->flags & WF_ROOT_COORDS) break;
+    }
+}
+
+// ---- states -----------------------------------------------------------------------------------------
+
+void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bool recurse) {
+    const bool isSet = (flags & bit) != 0;
+    if (on && !isSet) {
+        if (bit == WF_INPUT_FOCUS && inputFocusFn && !inputFocusFn(this, inputFocusClient)) return;
+        switch (bit) {
+        case WF_VISIBLE: _showWidget(); break;
+        case WF_ACTIVE: _activate(); break;
+        default: _gainFocus(); break;
+        }
+        flags |= bit;
+    } else if (!on && isSet) {
+        switch (bit) {
+        case WF_VISIBLE: _hideWidget(); break;
+        case WF_ACTIVE: _deactivate(); break;
+        default: _loseFocus(); break;
+        }
+        flags &= ~bit;
+    }
+    if (!recurse) return;
+    for (_WidgetList_s* node = children; node; node = node->next) {
+        uiWidget* child = node->widget;
+        // Dialogs keep their own states; override bits keep a subtree's state.
+        if ((child->flags & overrideBit) || child->isType("uiDialog")) continue;
+        switch (bit) {
+        case WF_VISIBLE: child->setVisible(on, true); break;
+        case WF_ACTIVE: child->setActive(on, true); break;
+        default: child->setInputFocus(on, true); break;
+        }
+    }
+}
+
+void uiWidget::setVisible(bool visible, bool recurse) { _setState(WF_VISIBLE, WF_OVERRIDE_VISIBLE, visible, recurse); }
+void uiWidget::setActive(bool active, bool recurse) { _setState(WF_ACTIVE, WF_OVERRIDE_ACTIVE, active, recurse); }
+void uiWidget::setInputFocus(bool focus, bool recurse) {
+    _setState(WF_INPUT_FOCUS, WF_OVERRIDE_INPUT_FOCUS, focus, recurse);
+}
+
+void uiWidget::setWidgetStates(bool visible, bool active, bool inputFocus, bool recurse) {
+    setVisible(visible, recurse);
+    setActive(active, recurse);
+    setInputFocus(inputFocus, recurse);
+}
+
+static void setBit(unsigned int& flags, unsigned int bit, bool on) { flags = on ? (flags | bit) : (flags & ~bit); }
+
+bool uiWidget::setActive() const { return (flags & WF_ACTIVE) != 0; }
+void uiWidget::overrideVisible(bool on) { setBit(flags, WF_OVERRIDE_VISIBLE, on); }
+void uiWidget::overrideInputFocus(bool on) { setBit(flags, WF_OVERRIDE_INPUT_FOCUS, on); }
+void uiWidget::overrideActive(bool on) { setBit(flags, WF_OVERRIDE_ACTIVE, on); }
+bool uiWidget::getVisible() const { return (flags & WF_VISIBLE) != 0; }
+bool uiWidget::getInputFocus() const { return (flags & WF_INPUT_FOCUS) != 0; }
+bool uiWidget::getOverrideVisible() const { return (flags & WF_OVERRIDE_VISIBLE) != 0; }
+bool uiWidget::getOverrideInputFocus() const { return (flags & WF_OVERRIDE_INPUT_FOCUS) != 0; }
+bool uiWidget::getOverrideActive() const { return (flags & WF_OVERRIDE_ACTIVE) != 0; }
+int uiWidget::getWidth() const { return rect.x2 - rect.x; }
+int uiWidget::getHeight() const { return rect.y2 - rect.y; }
+void uiWidget::setWidth(int w) { rect.x2 = rect.x + w; }
+void uiWidget::setHeight(int h) { rect.y2 = rect.y + h; }
+
+// ---- frame recursions -------------------------------------------------------------------------------
+
+void uiWidget::update(int x, int y) {
+    if (!(flags & WF_ACTIVE)) return;
+    if (flags & WF_ROOT_COORDS) x = y = 0;
+    _update(x, y);
+    for (_WidgetList_s* node = children; node; node = node->next) node->widget->update(x + rect.x, y + rect.y);
+}
+
+void uiWidget::render(int x, int y) {
+    if (!(flags & WF_VISIBLE)) return;
+    if (flags & WF_ROOT_COORDS) x = y = 0;
+    _render(x, y);
+    for (_WidgetList_s* node = children; node; node = node->next) node->widget->render(x + rect.x, y + rect.y);
+}
+
+bool uiWidget::inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
+    if (!(flags & WF_INPUT_FOCUS)) return handled;
+    if ((flags & WF_ROOT_COORDS) && parent) {
+        x += parent->rect.x;
+        y += parent->rect.y;
+    }
+    bool r = _inputEvent(kind, x, y, key, buttonDown, handled);
+    for (_WidgetList_s* node = children; node && !r; node = node->next)
+        r = node->widget->inputEvent(kind, x - rect.x, y - rect.y, key, buttonDown, false);
+    if (!r && globalInputFocus) {
+        int bx, by;
+        getBasisCoords(&bx, &by);
+        const int ax = x + bx, ay = y + by;
+        for (_WidgetNameList_s* entry = globalInputFocus; entry && !r; entry = entry->next) {
+            if (!entry->widget) continue;
+            entry->widget->getBasisCoords(&bx, &by);
+            r = entry->widget->inputEvent(kind, ax - bx, ay - by, key, buttonDown, false);
+        }
+    }
+    return r;
+}
+
+bool uiWidget::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
+    if (handled) return false;
+    if (testBounds(x, y)) {
+        if (mouseOverCb) mouseOverCb(this, cbClient, x, y);
+        if (mouseDownCb && kind == UIE_MOUSE_DOWN && !buttonDown) return mouseDownCb(this, cbClient, x, y);
+        if (mouseUpCb && kind == UIE_MOUSE_UP) return mouseUpCb(this, cbClient, x, y);
+    }
+    if (keyDownCb && kind == UIE_KEY_DOWN) return keyDownCb(this, cbClient, key);
+    if (keyUpCb && kind == UIE_KEY_UP) return keyUpCb(this, cbClient, key);
+    return false;
+}
+
+void uiWidget::initialize() {
+    _initialize();
+    for (_WidgetList_s* node = children; node; node = node->next) node->widget->initialize();
+}
+
+// ---- hit tracing ------------------------------------------------------------------------------------
+
+_uiTrace_s* uiWidget::trace(int tag, int x, int y, const char* type) {
+    if ((flags & WF_ROOT_COORDS) && parent) {
+        x += parent->rect.x;
+        y += parent->rect.y;
+    }
+    _uiTrace_s* r = _trace(tag, x, y, type);
+    for (_WidgetList_s* node = children; node && !r; node = node->next)
+        r = node->widget->trace(tag, x - rect.x, y - rect.y, type);
+    return r;
+}
+
+_uiTrace_s* uiWidget::_trace(int, int x, int y, const char* type) {
+    if (type && !isType(type)) return nullptr;
+    if (!testBounds(x, y)) return nullptr;
+    _uiTrace_s* r = UI_POOL_NEW(_uiTrace_s, kUIPool);
+    if (r) *r = {x, y, this};
+    return r;
+}
+
+// ---- callbacks, global input focus, alpha -----------------------------------------------------------
+
+void uiWidget::assignCallbacks(_WidgetMap_s* map, void* client) {
+    cbClient = client;
+    mouseOverCb = map->mouseOverCb;
+    mouseDownCb = map->mouseDownCb;
+    mouseUpCb = map->mouseUpCb;
+    mouseMoveCb = map->mouseMoveCb;
+    keyDownCb = map->keyDownCb;
+    keyUpCb = map->keyUpCb;
+}
+
+void uiWidget::inputFocusCb(uiFocusCb fn, void* client) {
+    inputFocusFn = fn;
+    inputFocusClient = client;
+}
+
+void uiWidget::registerProgCb(uiProgressCb cb, void* client) {
+    _progCb = cb;
+    _progClient = client;
+}
+
+void uiWidget::_progressReport(uiWidget* widget, e_uiProgressEvent event) {
+    if (_progCb) _progCb(widget, _progClient, event);
+}
+
+void uiWidget::addGlobalInputFocusWidget(const char* path) {
+    _WidgetNameList_s* entry = UI_POOL_NEW(_WidgetNameList_s, kUIPool);
+    if (!entry) {
+        Logger::log(2, "%s::addGlobalInputFocusWidget(%s): Out of Memory\f", name, path);
+        return;
+    }
+    ui::copyName(entry->name, path);
+    entry->widget = nullptr;
+    entry->next = globalInputFocus;
+    globalInputFocus = entry;
+}
+
+void uiWidget::_initialize() {
+    for (_WidgetNameList_s* entry = globalInputFocus; entry; entry = entry->next) _addGlobalInputFocusWidget(entry);
+}
+
+void uiWidget::_addGlobalInputFocusWidget(_WidgetNameList_s* entry) {
+    entry->widget = getRootWidget()->getWidget(entry->name, 0, true);
+    if (!entry->widget) Logger::log(2, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00%s^c\f", entry->name);
+}
+
+void uiWidget::setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) {
+    if ((flags & WF_IGNORE_ALPHA) || !recurse) return;
+    for (_WidgetList_s* node = children; node; node = node->next) node->widget->setAlpha(alpha, time, delay, true);
+}
+
+// ---- sound and graphics helpers ---------------------------------------------------------------------
+
+soundHandle* uiWidget::_playWithPan(const char* sound, unsigned int mode, float frequencyScale, int value) {
+    int range = g_gfx ? g_gfx->getScreenWidth() : 0;
+    if (mode & WP_WORLD)
+        Logger::log(2, "_playWithPan( WP_WORLD ): Not Implemented\f");
+    else if ((mode & WP_PARENT) && parent)
+        range = parent->rect.x2 - parent->rect.x;
+    else if (mode & WP_WIDTH)
+        range = value;
+
+    int position;
+    if (mode & WP_LEFT)
+        position = rect.x;
+    else if (mode & WP_RIGHT)
+        position = rect.x2;
+    else if (mode & WP_POS)
+        position = value;
+    else
+        position = rect.x + (rect.x2 - rect.x) / 2;
+
+    // A zero range has no meaningful position: play centred.
+    float pan = range != 0 ? static_cast<float>(position) / static_cast<float>(range) * 1.8f - 0.9f : 0.0f;
+    if (pan < -0.9f) pan = -0.9f;
+    if (pan > 0.9f) pan = 0.9f;
+
+    soundHandle* handle = g_sound ? g_sound->playSound(SOUND_TYPE_UI, sound, false, false) : nullptr;
+    if (handle) {
+        handle->setFrequencyScale(frequencyScale);
+        handle->setPan(pan);
+    }
+    return handle;
+}
+
+void uiWidget::_releaseSprite(int spriteId) {
+    if (!g_gfx || spriteId == -1) return;
+    if (const char* spriteName = g_gfx->getSpriteName(spriteId)) g_gfx->releaseSprite(spriteName);
+}
+
+void uiWidget::_releaseParticleSystemInstance(int instance) {
+    if (g_gfx && instance != -1) g_gfx->releaseParticleSystemInstance(instance);
+}

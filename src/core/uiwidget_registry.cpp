@@ -1,0 +1,80 @@
+// The widget type registry: one static table of type names and allocators. The built-in types occupy
+// slots 0 to 19; games append their own with uiSubsystem::s_registerWidget.
+#include <cstring>
+#include "core/uiinputhandler.h"
+#include "core/uiutil.h"
+#include "logger.h"
+#include "uinonvisualwidget.h"
+#include "uisubsystem.h"
+#include "uiwidget.h"
+
+namespace {
+
+constexpr int kSlots = 256;
+constexpr int kBuiltInSlots = 20;
+
+struct TypeSlot {
+    char name[32];
+    uiWidget* (*allocator)();
+};
+
+struct TypeTable {
+    TypeSlot slots[kSlots] = {};
+    int used = kBuiltInSlots;
+
+    // Built-in types at their fixed ids; the description format names them.
+    TypeTable() {
+        slots[0] = {"uiWidget", nullptr};
+        slots[1] = {"uiNonVisualWidget", &uiNonVisualWidget::s_allocator};
+        slots[2] = {"uiInputHandler", &uiInputHandler::s_allocator};
+    }
+};
+
+TypeTable& typeTable() {
+    static TypeTable table;
+    return table;
+}
+
+} // namespace
+
+int uiWidget::getTypeId(const char* typeName) {
+    const TypeTable& table = typeTable();
+    for (int i = 1; i < table.used; ++i)
+        if (table.slots[i].allocator && std::strcmp(table.slots[i].name, typeName) == 0) return i;
+    return 0;
+}
+
+uiWidget* uiWidget::allocWidget(const char* widgetName, const char* typeName) {
+    const int id = getTypeId(typeName);
+    if (id == 0) {
+        Logger::log(2, "...attempt to instance an invalid ui type: \"%s\"\f", typeName);
+        return nullptr;
+    }
+    uiWidget* widget = typeTable().slots[id].allocator();
+    if (!widget) {
+        Logger::log(2, "...Out of memory allocating widget: %s of type %s\f", widgetName, typeName);
+        return nullptr;
+    }
+    ui::copyName(widget->name, widgetName);
+    return widget;
+}
+
+void uiSubsystem::s_registerWidget(const char* typeName, uiWidget* (*allocator)()) {
+    TypeTable& table = typeTable();
+    if (!allocator) {
+        Logger::log(2, "uiSubsystem::s_registerWidget: %s has no allocator. Skipping.\f", typeName);
+        return;
+    }
+    if (table.used >= kSlots - 1) {
+        Logger::log(2, "uiSubsystem::s_registerWidget: Maximum Widget Count Exceeded: %s\f", typeName);
+        return;
+    }
+    if (uiWidget::getTypeId(typeName) != 0) {
+        Logger::log(2, "uiSubsystem::s_registerWidget: %s already registered. Skipping.\f", typeName);
+        return;
+    }
+    TypeSlot& slot = table.slots[table.used++];
+    ui::copyName(slot.name, typeName);
+    slot.allocator = allocator;
+    table.slots[table.used] = TypeSlot{};
+}
