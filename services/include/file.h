@@ -1,5 +1,6 @@
 // The file library the library reads descriptions and scriptlets through. A game may install its own
-// backend (packed archives, in-memory files); the built-in one uses stdio.
+// backend (packed archives, in-memory files); the built-in one uses stdio. FileHandle is only ever a
+// pointer: each backend casts its own handle type to it.
 #pragma once
 #include "uiapi.h"
 
@@ -24,4 +25,5 @@ public:
     virtual void unregisterThread();
 };
 UI_API void setBackend(Backend* backend); // null: built-in stdio backend
+UI_API Backend* backend();                // the installed backend, null for the built-in one
 } // namespace File

@@ -7,14 +7,23 @@ UI_API void Sleep(unsigned int ms); // 0 yields
 UI_API void ShowCursor(bool show);
 UI_API void GetCursorPos(int& x, int& y);
 
+// The built-in backend's remembered cursor: what ShowCursor last set, and a position that headless
+// programs (tools, tests) move by hand.
+UI_API bool IsCursorShown();
+UI_API void SetCursorPos(int x, int y);
+
+// The defaults are the built-in behaviour: sleep on the calling thread (0 yields), and a cursor state
+// that is only remembered (there is no window system to show it in).
 class UI_API Backend {
 public:
+    constexpr Backend() = default;
     virtual ~Backend();
     virtual void sleep(unsigned int ms);
     virtual void showCursor(bool show);
     virtual void getCursorPos(int& x, int& y);
 };
 UI_API void setBackend(Backend* backend); // null: built-in backend
+UI_API Backend* backend();                // the installed backend, null for the built-in one
 } // namespace Platform
 
 class Preferences; // opaque; uiSubsystem::initialize ignores it

@@ -1,0 +1,238 @@
+#include "recordinggfx.h"
+#include <algorithm>
+
+namespace testkit {
+
+std::string toUtf8(const unsigned int* text) {
+    std::string out;
+    for (; text && *text; ++text) {
+        unsigned int c = *text;
+        if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else if (c < 0x800) {
+            out += static_cast<char>(0xC0 | (c >> 6));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            out += static_cast<char>(0xE0 | (c >> 12));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | ((c >> 18) & 0x07));
+            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+// --- recording and queries ---
+
+void RecordingGfx::record(std::string fn, std::vector<int> ints, std::vector<float> floats,
+                          std::string text) {
+    calls.push_back(GfxCall{std::move(fn), std::move(ints), std::move(floats), std::move(text)});
+}
+
+void RecordingGfx::clear() {
+    std::lock_guard<std::mutex> guard(m_lock);
+    calls.clear();
+}
+
+std::vector<GfxCall> RecordingGfx::named(const std::string& fn) const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    std::vector<GfxCall> out;
+    std::copy_if(calls.begin(), calls.end(), std::back_inserter(out),
+                 [&](const GfxCall& c) { return c.fn == fn; });
+    return out;
+}
+
+int RecordingGfx::count(const std::string& fn) const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    return static_cast<int>(
+        std::count_if(calls.begin(), calls.end(), [&](const GfxCall& c) { return c.fn == fn; }));
+}
+
+std::vector<std::string> RecordingGfx::threads() const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    return {m_threads.begin(), m_threads.end()};
+}
+
+int RecordingGfx::overReleases() const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    return m_overReleases;
+}
+
+// --- sprites ---
+
+int RecordingGfx::spriteIndex(const std::string& name) {
+    for (std::size_t i = 0; i < m_sprites.size(); ++i)
+        if (m_sprites[i].name == name) return static_cast<int>(i);
+    m_sprites.emplace_back();
+    m_sprites.back().name = name;
+    return static_cast<int>(m_sprites.size()) - 1;
+}
+
+RecordingGfx::Sprite* RecordingGfx::sprite(int id) {
+    return id >= 0 && id < static_cast<int>(m_sprites.size()) ? &m_sprites[id] : nullptr;
+}
+
+void RecordingGfx::defineSprite(const std::string& name, int w, int h, std::vector<int> framesPerAnim) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    Sprite& s = m_sprites[spriteIndex(name)];
+    s.w = w;
+    s.h = h;
+    s.frames = framesPerAnim.empty() ? std::vector<int>{1} : std::move(framesPerAnim);
+}
+
+void RecordingGfx::failSprite(const std::string& name) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_failSprites.insert(name);
+}
+
+void RecordingGfx::setAlphaMask(const std::string& name, std::function<bool(int, int, int, int)> opaque) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    m_sprites[spriteIndex(name)].opaque = std::move(opaque);
+}
+
+int RecordingGfx::spriteId(const std::string& name) const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    for (std::size_t i = 0; i < m_sprites.size(); ++i)
+        if (m_sprites[i].name == name && m_sprites[i].refs > 0) return static_cast<int>(i);
+    return -1;
+}
+
+int RecordingGfx::liveSprites() const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    int live = 0;
+    for (const Sprite& s : m_sprites)
+        live += s.refs;
+    return live;
+}
+
+int RecordingGfx::createSprite(const char* name) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    std::string n = name ? name : "";
+    record("createSprite", {}, {}, n);
+    if (!name || m_failSprites.count(n)) return -1;
+    int id = spriteIndex(n);
+    ++m_sprites[id].refs;
+    return id;
+}
+
+const char* RecordingGfx::getSpriteName(int id) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getSpriteName", {id});
+    Sprite* s = sprite(id);
+    return s && s->refs > 0 ? s->name.c_str() : nullptr;
+}
+
+void RecordingGfx::releaseSprite(const char* name) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    std::string n = name ? name : "";
+    record("releaseSprite", {}, {}, n);
+    for (Sprite& s : m_sprites) {
+        if (s.name == n && s.refs > 0) {
+            --s.refs;
+            return;
+        }
+    }
+    ++m_overReleases;
+}
+
+int RecordingGfx::getSpriteWidth(int id) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getSpriteWidth", {id});
+    Sprite* s = sprite(id);
+    return s ? s->w : 0;
+}
+
+int RecordingGfx::getSpriteHeight(int id) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getSpriteHeight", {id});
+    Sprite* s = sprite(id);
+    return s ? s->h : 0;
+}
+
+int RecordingGfx::getSpriteFrameCount(int id, int anim) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getSpriteFrameCount", {id, anim});
+    Sprite* s = sprite(id);
+    if (!s || anim < 0 || anim >= static_cast<int>(s->frames.size())) return 1;
+    return std::max(1, s->frames[anim]);
+}
+
+void RecordingGfx::setupAlphaTestSprite(int id) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("setupAlphaTestSprite", {id});
+}
+
+// Opaque inside the frame unless the mask says otherwise; outside the frame nothing is opaque.
+bool RecordingGfx::alphaTestSprite(int id, int anim, int frame, int x, int y) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("alphaTestSprite", {id, anim, frame, x, y});
+    Sprite* s = sprite(id);
+    if (!s || x < 0 || y < 0 || x >= s->w || y >= s->h) return false;
+    return !s->opaque || s->opaque(anim, frame, x, y);
+}
+
+void RecordingGfx::blt(int depth, int id, int x, int y, int anim, int frame, int alpha) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("blt", {depth, id, x, y, anim, frame, alpha});
+}
+
+void RecordingGfx::blt(int depth, int id, int x, int y, int width, int height, int anim, int frame,
+                       int alpha) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("blt", {depth, id, x, y, width, height, anim, frame, alpha});
+}
+
+void RecordingGfx::blt(int depth, int id, int dstX, int dstY, int srcX, int srcY, int width, int height,
+                       int anim, int frame, int alpha) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("blt", {depth, id, dstX, dstY, srcX, srcY, width, height, anim, frame, alpha});
+}
+
+void RecordingGfx::bltSort(int depth, int sortLevel, int id, int x, int y, int anim, int frame, int alpha) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("bltSort", {depth, sortLevel, id, x, y, anim, frame, alpha});
+}
+
+// --- the rest of the service ---
+
+int RecordingGfx::getScreenWidth() {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getScreenWidth", {});
+    return screenWidth;
+}
+
+int RecordingGfx::getMaxDepthNode() {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getMaxDepthNode", {});
+    return maxDepth;
+}
+
+void RecordingGfx::registerThread(const char* name) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("registerThread", {}, {}, name ? name : "");
+    m_threads.insert(name ? name : "");
+}
+
+void RecordingGfx::unregisterThread(const char* name) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("unregisterThread", {}, {}, name ? name : "");
+    auto it = m_threads.find(name ? name : "");
+    if (it != m_threads.end()) m_threads.erase(it);
+}
+
+const gfxStatistics_s* RecordingGfx::getStatistics() {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("getStatistics", {});
+    return &stats;
+}
+
+void RecordingGfx::addEvent(int event, int a, int b, int c, float f, void*) {
+    std::lock_guard<std::mutex> guard(m_lock);
+    record("addEvent", {event, a, b, c}, {f});
+}
+
+} // namespace testkit

@@ -1,0 +1,147 @@
+// A graphics service that records every call and answers from a scripted model of sprites, fonts and
+// particle systems. Nothing is drawn.
+//
+// Sprites: unknown names are created on demand (32x32, one frame) unless failSprite() was called for
+// them; a name keeps its id for the life of the service and is reference-counted. Fonts: unknown names
+// get height 16 and width 8 for every character unless failFont() was called. Particle instances get new
+// ids from 0 up unless their file was given to failParticles(). Thread-safe: loader threads call too.
+#pragma once
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+#include "gfxsubsystem.h"
+
+namespace testkit {
+
+// One recorded call. fn is the method name ("blt" for all three forms: 7, 9 or 11 ints); ints are the
+// int (and unsigned) arguments in order; floats the float arguments; text the name or text argument,
+// 32-bit texts converted to UTF-8 (createParticleSystemInstance: the file).
+struct GfxCall {
+    std::string fn;
+    std::vector<int> ints;
+    std::vector<float> floats;
+    std::string text;
+};
+
+class RecordingGfx : public gfxSubsystem {
+public:
+    std::vector<GfxCall> calls;
+    int screenWidth = 800;
+    int maxDepth = 95;
+    gfxStatistics_s stats{};
+
+    void clear(); // forgets the recorded calls only
+    std::vector<GfxCall> named(const std::string& fn) const;
+    int count(const std::string& fn) const;
+
+    void defineSprite(const std::string& name, int w, int h, std::vector<int> framesPerAnim = {1});
+    void failSprite(const std::string& name);
+    void setAlphaMask(const std::string& sprite,
+                      std::function<bool(int anim, int frame, int x, int y)> opaque);
+    int spriteId(const std::string& name) const; // -1 when never created
+    int liveSprites() const;                     // creations minus releases
+    int overReleases() const;                    // releases of sprites or fonts that were not held
+
+    void defineFont(const std::string& name, int height, int charWidth);
+    void setCharWidth(const std::string& font, unsigned int ch, int w);
+    void setMissingGlyph(const std::string& font, unsigned int ch);
+    void failFont(const std::string& name);
+    int liveFonts() const;
+
+    void failParticles(const std::string& file);
+    void setParticleDead(int instance, bool dead);
+    std::string particleOwner(int instance) const;
+    int liveParticleSystems() const;
+
+    std::vector<std::string> threads() const; // names registered and not yet unregistered
+
+    // gfxSubsystem
+    int createSprite(const char* name) override;
+    const char* getSpriteName(int sprite) override;
+    void releaseSprite(const char* name) override;
+    int getSpriteWidth(int sprite) override;
+    int getSpriteHeight(int sprite) override;
+    int getSpriteFrameCount(int sprite, int anim) override;
+    void setupAlphaTestSprite(int sprite) override;
+    bool alphaTestSprite(int sprite, int anim, int frame, int x, int y) override;
+    void blt(int depth, int sprite, int x, int y, int anim, int frame, int alpha) override;
+    void blt(int depth, int sprite, int x, int y, int width, int height, int anim, int frame,
+             int alpha) override;
+    void blt(int depth, int sprite, int dstX, int dstY, int srcX, int srcY, int width, int height, int anim,
+             int frame, int alpha) override;
+    void bltSort(int depth, int sortLevel, int sprite, int x, int y, int anim, int frame, int alpha) override;
+    int createFont(const char* name) override;
+    void releaseFont(int font) override;
+    const char* getFontName(int font) override;
+    int getFontHeight(int font) override;
+    void getFontDimensions(int font, int* widths, int* height) override;
+    bool getCharDimensions(int font, int set, unsigned int character, int* w, int* h) override;
+    bool testFontChar(int font, unsigned int character) override;
+    void print(int depth, int font, int set, unsigned int justify, int x, int y, int clipHeight, int alpha,
+               const unsigned int* text) override;
+    void print(int depth, int font, int set, unsigned int justify, int x, int y, int clipHeight, int alpha,
+               const char* text) override;
+    void getTextRect(int font, unsigned int justify, int x, int y, const unsigned int* text, int* x1, int* y1,
+                     int* x2, int* y2) override;
+    int createParticleSystemInstance(const char* owner, const char* file) override;
+    void releaseParticleSystemInstance(const char* owner) override;
+    void releaseParticleSystemInstance(int instance) override;
+    void updateParticleSystem(int instance, int x, int y, float seconds) override;
+    void psemit(int depth, int instance, float alpha) override;
+    bool particleSystemInstanceIsDead(int instance) override;
+    void particleSystemInstanceStopEmitters(int instance) override;
+    void addEvent(int event, int a, int b, int c, float f, void* p) override;
+    int getScreenWidth() override;
+    int getMaxDepthNode() override;
+    void registerThread(const char* name) override;
+    void unregisterThread(const char* name) override;
+    const gfxStatistics_s* getStatistics() override;
+
+private:
+    struct Sprite {
+        std::string name;
+        int w = 32, h = 32;
+        std::vector<int> frames{1};
+        std::function<bool(int, int, int, int)> opaque;
+        int refs = 0;
+    };
+    struct Font {
+        std::string name;
+        int height = 16;
+        int width = 8;
+        std::map<unsigned int, int> widths;
+        std::set<unsigned int> missing;
+        int refs = 0;
+    };
+    struct Particles {
+        std::string owner, file;
+        bool dead = false;
+        bool live = true;
+    };
+
+    void record(std::string fn, std::vector<int> ints, std::vector<float> floats = {}, std::string text = {});
+    int spriteIndex(const std::string& name); // made with the defaults when new
+    Sprite* sprite(int id);
+    int fontIndex(const std::string& name);
+    Font* font(int id);
+    int charWidth(const Font& f, unsigned int ch) const;
+
+    mutable std::mutex m_lock;
+    std::deque<Sprite> m_sprites; // id = index; a deque keeps names in place for getSpriteName
+    std::set<std::string> m_failSprites;
+    std::deque<Font> m_fonts; // id = index
+    std::set<std::string> m_failFonts;
+    std::deque<Particles> m_particles; // id = index
+    std::set<std::string> m_failParticles;
+    std::multiset<std::string> m_threads;
+    int m_overReleases = 0;
+};
+
+// UTF-8 form of a 0-ended 32-bit text.
+std::string toUtf8(const unsigned int* text);
+
+} // namespace testkit

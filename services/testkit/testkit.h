@@ -1,0 +1,10 @@
+// The test kit: recording and scriptable doubles of every service the library calls, and Services,
+// which installs them all for a scope.
+#pragma once
+#include "countingmemorymgr.h"
+#include "logcapture.h"
+#include "memoryfiles.h"
+#include "recordinggfx.h"
+#include "recordingplatform.h"
+#include "recordingsound.h"
+#include "services.h"
