@@ -11,4 +11,5 @@
 #include "uiapi.h"
 #include "uinonvisualwidget.h"
 #include "uisubsystem.h"
+#include "uivisualwidget.h"
 #include "uiwidget.h"

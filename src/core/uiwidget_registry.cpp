@@ -6,6 +6,7 @@
 #include "logger.h"
 #include "uinonvisualwidget.h"
 #include "uisubsystem.h"
+#include "uivisualwidget.h"
 #include "uiwidget.h"
 
 namespace {
@@ -27,6 +28,7 @@ struct TypeTable {
         slots[0] = {"uiWidget", nullptr};
         slots[1] = {"uiNonVisualWidget", &uiNonVisualWidget::s_allocator};
         slots[2] = {"uiInputHandler", &uiInputHandler::s_allocator};
+        slots[3] = {"uiVisualWidget", &uiVisualWidget::s_allocator};
     }
 };
 
