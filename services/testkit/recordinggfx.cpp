@@ -64,21 +64,9 @@ int RecordingGfx::overReleases() const {
 
 // --- sprites ---
 
-int RecordingGfx::spriteIndex(const std::string& name) {
-    for (std::size_t i = 0; i < m_sprites.size(); ++i)
-        if (m_sprites[i].name == name) return static_cast<int>(i);
-    m_sprites.emplace_back();
-    m_sprites.back().name = name;
-    return static_cast<int>(m_sprites.size()) - 1;
-}
-
-RecordingGfx::Sprite* RecordingGfx::sprite(int id) {
-    return id >= 0 && id < static_cast<int>(m_sprites.size()) ? &m_sprites[id] : nullptr;
-}
-
 void RecordingGfx::defineSprite(const std::string& name, int w, int h, std::vector<int> framesPerAnim) {
     std::lock_guard<std::mutex> guard(m_lock);
-    Sprite& s = m_sprites[spriteIndex(name)];
+    Sprite& s = m_sprites[name];
     s.w = w;
     s.h = h;
     s.frames = framesPerAnim.empty() ? std::vector<int>{1} : std::move(framesPerAnim);
@@ -86,77 +74,61 @@ void RecordingGfx::defineSprite(const std::string& name, int w, int h, std::vect
 
 void RecordingGfx::failSprite(const std::string& name) {
     std::lock_guard<std::mutex> guard(m_lock);
-    m_failSprites.insert(name);
+    m_sprites.fail(name);
 }
 
 void RecordingGfx::setAlphaMask(const std::string& name, std::function<bool(int, int, int, int)> opaque) {
     std::lock_guard<std::mutex> guard(m_lock);
-    m_sprites[spriteIndex(name)].opaque = std::move(opaque);
+    m_sprites[name].opaque = std::move(opaque);
 }
 
 int RecordingGfx::spriteId(const std::string& name) const {
     std::lock_guard<std::mutex> guard(m_lock);
-    for (std::size_t i = 0; i < m_sprites.size(); ++i)
-        if (m_sprites[i].name == name && m_sprites[i].refs > 0) return static_cast<int>(i);
-    return -1;
+    return m_sprites.find(name);
 }
 
 int RecordingGfx::liveSprites() const {
     std::lock_guard<std::mutex> guard(m_lock);
-    int live = 0;
-    for (const Sprite& s : m_sprites)
-        live += s.refs;
-    return live;
+    return m_sprites.live();
 }
 
 int RecordingGfx::createSprite(const char* name) {
     std::lock_guard<std::mutex> guard(m_lock);
-    std::string n = name ? name : "";
-    record("createSprite", {}, {}, n);
-    if (!name || m_failSprites.count(n)) return -1;
-    int id = spriteIndex(n);
-    ++m_sprites[id].refs;
-    return id;
+    record("createSprite", {}, {}, name ? name : "");
+    return m_sprites.acquire(name);
 }
 
 const char* RecordingGfx::getSpriteName(int id) {
     std::lock_guard<std::mutex> guard(m_lock);
     record("getSpriteName", {id});
-    Sprite* s = sprite(id);
+    Sprite* s = m_sprites.at(id);
     return s && s->refs > 0 ? s->name.c_str() : nullptr;
 }
 
 void RecordingGfx::releaseSprite(const char* name) {
     std::lock_guard<std::mutex> guard(m_lock);
-    std::string n = name ? name : "";
-    record("releaseSprite", {}, {}, n);
-    for (Sprite& s : m_sprites) {
-        if (s.name == n && s.refs > 0) {
-            --s.refs;
-            return;
-        }
-    }
-    ++m_overReleases;
+    record("releaseSprite", {}, {}, name ? name : "");
+    if (!name || !m_sprites.release(m_sprites.find(name))) ++m_overReleases;
 }
 
 int RecordingGfx::getSpriteWidth(int id) {
     std::lock_guard<std::mutex> guard(m_lock);
     record("getSpriteWidth", {id});
-    Sprite* s = sprite(id);
+    Sprite* s = m_sprites.at(id);
     return s ? s->w : 0;
 }
 
 int RecordingGfx::getSpriteHeight(int id) {
     std::lock_guard<std::mutex> guard(m_lock);
     record("getSpriteHeight", {id});
-    Sprite* s = sprite(id);
+    Sprite* s = m_sprites.at(id);
     return s ? s->h : 0;
 }
 
 int RecordingGfx::getSpriteFrameCount(int id, int anim) {
     std::lock_guard<std::mutex> guard(m_lock);
     record("getSpriteFrameCount", {id, anim});
-    Sprite* s = sprite(id);
+    Sprite* s = m_sprites.at(id);
     if (!s || anim < 0 || anim >= static_cast<int>(s->frames.size())) return 1;
     return std::max(1, s->frames[anim]);
 }
@@ -170,7 +142,7 @@ void RecordingGfx::setupAlphaTestSprite(int id) {
 bool RecordingGfx::alphaTestSprite(int id, int anim, int frame, int x, int y) {
     std::lock_guard<std::mutex> guard(m_lock);
     record("alphaTestSprite", {id, anim, frame, x, y});
-    Sprite* s = sprite(id);
+    Sprite* s = m_sprites.at(id);
     if (!s || x < 0 || y < 0 || x >= s->w || y >= s->h) return false;
     return !s->opaque || s->opaque(anim, frame, x, y);
 }

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 #include "gfxsubsystem.h"
+#include "namedresources.h"
 
 namespace testkit {
 
@@ -124,17 +125,11 @@ private:
     };
 
     void record(std::string fn, std::vector<int> ints, std::vector<float> floats = {}, std::string text = {});
-    int spriteIndex(const std::string& name); // made with the defaults when new
-    Sprite* sprite(int id);
-    int fontIndex(const std::string& name);
-    Font* font(int id);
     int charWidth(const Font& f, unsigned int ch) const;
 
     mutable std::mutex m_lock;
-    std::deque<Sprite> m_sprites; // id = index; a deque keeps names in place for getSpriteName
-    std::set<std::string> m_failSprites;
-    std::deque<Font> m_fonts; // id = index
-    std::set<std::string> m_failFonts;
+    NamedResources<Sprite> m_sprites;
+    NamedResources<Font> m_fonts;
     std::deque<Particles> m_particles; // id = index
     std::set<std::string> m_failParticles;
     std::multiset<std::string> m_threads;
