@@ -43,20 +43,25 @@ TEST(MemoryMgr, PoolsOutOfRangeShareTheLastSlot) {
 
 TEST(MemoryMgr, CountsStayExactUnderConcurrentUse) {
     MemoryMgr mem;
+    std::vector<std::vector<void*>> kept(4);
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&mem, t] {
-            std::vector<void*> blocks;
-            for (int i = 0; i < 2000; ++i)
-                blocks.push_back(mem.alloc(t, 16, __FILE__, __LINE__));
-            for (std::size_t i = 0; i < blocks.size(); i += 2)
-                mem.free(t, blocks[i]);
+        threads.emplace_back([&mem, &kept, t] {
+            for (int i = 0; i < 2000; ++i) {
+                void* p = mem.alloc(t, 16, __FILE__, __LINE__);
+                if (i % 2)
+                    mem.free(t, p);
+                else
+                    kept[t].push_back(p);
+            }
         });
     for (std::thread& t : threads)
         t.join();
     for (int t = 0; t < 4; ++t) {
         EXPECT_EQ(mem.blocksInUse(t), 1000);
         EXPECT_EQ(mem.bytesInUse(t), 16000);
+        for (void* p : kept[t])
+            mem.free(t, p);
     }
 }
 
