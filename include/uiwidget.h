@@ -63,6 +63,15 @@ struct _WidgetNameList_s {
     _WidgetNameList_s* next;
 };
 
+// One cached scriptlet file; the cache is a list ordered by use, most recently used first.
+struct _ScriptletCache_s {
+    char name[128];          // the file name as given; look-ups ignore case
+    unsigned char* data;     // the whole text and a NUL (buffer pool)
+    unsigned int size;       // length + 1
+    _ScriptletCache_s* next; // used less recently
+    _ScriptletCache_s* prev; // used more recently
+};
+
 typedef bool (*uiInputCb)(uiWidget* widget, void* client, int x, int y);
 typedef bool (*uiKeyCb)(uiWidget* widget, void* client, int key);
 typedef bool (*uiFocusCb)(uiWidget* widget, void* client);
@@ -191,8 +200,13 @@ public:
     static uiWidget* parseObjHeader(Parser* parser, uiWidget* parent);
     void parse(Parser* parser, bool blockOpen);
 
-    // Scriptlets.
+    // Scriptlets: a cache of the 32 most recently used files, with a lock of its own.
+    static constexpr int kScriptletCacheSize = 32;
     static void s_freeScripletCache();
+    static _ScriptletCache_s* s_scriptletCacheHead;
+    static _ScriptletCache_s* s_scriptletCacheTail;
+    // Part of the interface; the library neither reads nor writes it.
+    static unsigned int s_scriptletCacheCount;
 
     // Frame clock and library-wide switches.
     static unsigned int s_iDeltaTime;

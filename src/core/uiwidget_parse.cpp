@@ -1,12 +1,103 @@
-// Placeholder until the description parser lands: loading yields nothing.
+// Loading UI descriptions: files, object headers and object blocks. The keys of a block are read by the
+// _parseParams chain (uiwidget_params.cpp for the keys every widget understands).
+#include <cstring>
+#include "core/uiloadnesting.h"
+#include "core/uitextfile.h"
+#include "logger.h"
+#include "parser.h"
+#include "platform.h"
 #include "uiwidget.h"
 
-void uiWidget::applyScriptlet(const char*) {}
-bool uiWidget::_parseBoolean(Parser*) { return false; }
-void uiWidget::_parseParams(Parser*, char*) {}
-void uiWidget::_parseFlags(Parser*) {}
-void uiWidget::_parseSingleFlag(const char*) {}
-uiWidget* uiWidget::loadUI(const char*, uiWidget*) { return nullptr; }
-uiWidget* uiWidget::parseObjHeader(Parser*, uiWidget*) { return nullptr; }
-void uiWidget::parse(Parser*, bool) {}
-void uiWidget::s_freeScripletCache() {}
+static void logExpectedHeader() {
+    Logger::log(2, "...expected: \"^C00FF00obj = type^c\"\f");
+}
+
+uiWidget* uiWidget::loadUI(const char* file, uiWidget* parent) {
+    ui::NestingLevel level(ui::NestingLevel::File, file);
+    if (!level.entered()) return nullptr;
+    unsigned int length = 0;
+    unsigned char* text = ui::readTextFile(file, &length);
+    if (!text) return nullptr;
+    uiWidget* root = _parseUI(text, static_cast<int>(length), parent);
+    ui::freeTextFile(text);
+    return root;
+}
+
+uiWidget* uiWidget::_parseUI(unsigned char* text, int, uiWidget* parent) {
+    Parser parser(reinterpret_cast<char*>(text));
+    ui::NestingLevel::setParser(&parser);
+    uiWidget* root = parseObjHeader(&parser, parent);
+    if (s_terminate) {
+        delete root; // and with it everything built so far
+        return nullptr;
+    }
+    return root;
+}
+
+uiWidget* uiWidget::parseObjHeader(Parser* parser, uiWidget* parent) {
+    if (!parser->ParseLine()) return nullptr;
+    do {
+        Platform::Sleep(0); // loading may run beside the frame thread: give it a turn
+        if (uiWidget* widget = _parseChildHeader(parser, parent)) return widget;
+    } while (!s_terminate && parser->ParseLine());
+    return nullptr;
+}
+
+uiWidget* uiWidget::_parseChildHeader(Parser* parser, uiWidget* parent) {
+    char* objName = parser->GetToken(" ");
+    if (!objName) {
+        logExpectedHeader();
+        return nullptr;
+    }
+    if (objName[0] == '#') return loadUI(objName + 1, parent);
+    char* type = parser->GetEqualsToken() ? parser->GetToken(" ") : nullptr;
+    if (!type) {
+        logExpectedHeader();
+        return nullptr;
+    }
+
+    ui::NestingLevel level(ui::NestingLevel::Object, objName);
+    if (!level.entered()) return nullptr;
+    uiWidget* widget = allocWidget(objName, type);
+    _progressReport(widget, UIPROG_CREATED);
+    if (!widget) {
+        Logger::log(2, "...failed to alloc widget: %s of type %s\f", objName, type);
+        return nullptr;
+    }
+    // Known before the block is read, so that "#parent" depths and "tabentry" can look upward.
+    widget->parent = parent;
+    widget->parse(parser, false);
+    _progressReport(widget, UIPROG_DONE);
+    return widget;
+}
+
+void uiWidget::parse(Parser* parser, bool blockOpen) {
+    bool inComment = false;
+    bool inBlock = false;
+    while (!s_terminate && parser->ParseLine()) {
+        char* token = parser->GetToken(" ");
+        if (!token) continue;
+        if (std::strcmp(token, "/*") == 0) {
+            inComment = true;
+            continue;
+        }
+        if (std::strcmp(token, "*/") == 0) {
+            inComment = false;
+            continue;
+        }
+        if (inComment) continue;
+        if (std::strcmp(token, "{") == 0) {
+            inBlock = true;
+            continue;
+        }
+        if (std::strcmp(token, "}") == 0) return;
+        if (blockOpen || inBlock) {
+            _parseParams(parser, token);
+            _progressReport(this, UIPROG_PARAM);
+        }
+    }
+}
+
+void uiWidget::_parseError(const char* expected) {
+    Logger::log(2, "...expected: ^C00FF00%s^c\f", expected);
+}

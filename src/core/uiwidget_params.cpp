@@ -1,0 +1,133 @@
+// The description keys and flag names every widget understands: the last link of the _parseParams and
+// _parseSingleFlag chains.
+#include <cstring>
+#include "core/uiutil.h"
+#include "logger.h"
+#include "parser.h"
+#include "uiwidget.h"
+
+namespace {
+
+// Base keys that need "=" report their whole expected form, quoted.
+bool requireEquals(Parser* parser, const char* form) {
+    if (parser->GetEqualsToken()) return true;
+    Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", form);
+    return false;
+}
+
+// The word after "=", or null once the expected form has been reported.
+char* valueAfterEquals(Parser* parser, const char* form) {
+    if (!requireEquals(parser, form)) return nullptr;
+    char* value = parser->GetToken(" ");
+    if (!value) Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", form);
+    return value;
+}
+
+struct FlagName {
+    const char* name;
+    unsigned int bit;
+};
+constexpr FlagName kBitFlags[] = {{"WF_ALPHA_TEST", WF_ALPHA_TEST},
+                                  {"WF_ROOT_COORDS", WF_ROOT_COORDS},
+                                  {"WF_IGNORE_ALPHA", WF_IGNORE_ALPHA}};
+
+} // namespace
+
+void uiWidget::_parseParams(Parser* parser, char* key) {
+    if (parser->ParamEqualsInt32(key, "x", &rect.x) || parser->ParamEqualsInt32(key, "y", &rect.y) ||
+        parser->ParamEqualsInt32(key, "x2", &rect.x2) || parser->ParamEqualsInt32(key, "y2", &rect.y2))
+        return;
+    // A malformed size leaves the far edge where it was.
+    int size = rect.x2 - rect.x;
+    if (parser->ParamEqualsInt32(key, "width", &size)) {
+        rect.x2 = rect.x + size;
+        return;
+    }
+    size = rect.y2 - rect.y;
+    if (parser->ParamEqualsInt32(key, "height", &size)) {
+        rect.y2 = rect.y + size;
+        return;
+    }
+    if (ui::equalNoCase(key, "depth")) {
+        if (const char* value = valueAfterEquals(parser, "depth = val")) depth = _getDepthValue(value);
+        return;
+    }
+    if (ui::equalNoCase(key, "flags")) {
+        if (!requireEquals(parser, "flags = FLAGS")) return;
+        flags = 0; // state bits too, silently: the list says what the widget is
+        _parseFlags(parser);
+        return;
+    }
+    if (ui::equalNoCase(key, "inputfocus")) {
+        if (requireEquals(parser, "inputfocus = BOOLEAN")) setInputFocus(_parseBoolean(parser), true);
+        return;
+    }
+    if (ui::equalNoCase(key, "active")) {
+        if (requireEquals(parser, "active = BOOLEAN")) setActive(_parseBoolean(parser), true);
+        return;
+    }
+    if (ui::equalNoCase(key, "visible")) {
+        if (requireEquals(parser, "visible = BOOLEAN")) setVisible(_parseBoolean(parser), true);
+        return;
+    }
+    if (ui::equalNoCase(key, "tabentry")) {
+        return;
+    }
+    if (ui::equalNoCase(key, "child")) {
+        uiWidget* child = _parseChildHeader(parser, this);
+        if (!child) {
+            Logger::log(2, "...failed to create child for: %s\f", name);
+            return;
+        }
+        addChild(child, false); // the child keeps the states its own block gave it
+        if (!children || children->widget != child) delete child; // no list node: addChild has logged it
+        return;
+    }
+    if (ui::equalNoCase(key, "#scriptlet")) {
+        if (const char* file = parser->GetToken(" "))
+            applyScriptlet(file);
+        else
+            Logger::log(2, "...expected: \"^C00FF00#scriptlet file^c\"\f");
+        return;
+    }
+    if (ui::equalNoCase(key, "globalinputfocus")) {
+        if (const char* path = valueAfterEquals(parser, "globalinputfocus = val"))
+            addGlobalInputFocusWidget(path);
+        return;
+    }
+    Logger::log(2, "...[%s:%d] Unknown parameter: ^C00FF00%s\f", name, parser->GetLineNumber(), key);
+}
+
+bool uiWidget::_parseBoolean(Parser* parser) {
+    const char* token = parser->GetToken(" ");
+    if (token && ui::equalNoCase(token, "true")) return true;
+    if (!token || !ui::equalNoCase(token, "false")) Logger::log(2, "...Expected: true or false\f");
+    return false;
+}
+
+void uiWidget::_parseFlags(Parser* parser) {
+    bool nameExpected = true;
+    while (const char* token = parser->GetToken(" ")) {
+        if (nameExpected) {
+            _parseSingleFlag(token);
+            nameExpected = false;
+        } else if (std::strcmp(token, "|") == 0) {
+            nameExpected = true;
+        } else {
+            Logger::log(2, "Invalid syntax: expected \"|\"\f");
+            return;
+        }
+    }
+}
+
+void uiWidget::_parseSingleFlag(const char* flagName) {
+    if (ui::equalNoCase(flagName, "WF_VISIBLE")) return setVisible(true, true);
+    if (ui::equalNoCase(flagName, "WF_ACTIVE")) return setActive(true, true);
+    if (ui::equalNoCase(flagName, "WF_INPUT_FOCUS")) return setInputFocus(true, true);
+    for (const FlagName& flag : kBitFlags)
+        if (ui::equalNoCase(flagName, flag.name)) {
+            flags |= flag.bit;
+            return;
+        }
+    Logger::log(2, "Unknown flag: %s\f", flagName);
+}
