@@ -1,0 +1,28 @@
+#include "screen.h"
+#include "uisubsystem.h"
+
+namespace testkit {
+
+uiWidget* loadScreen(const char* file) {
+    if (g_ui) return g_ui->loadUI(file);
+    uiSubsystem subsystem;
+    return subsystem.loadUI(file);
+}
+
+Screen::Screen(Services& svc, const std::string& description, const char* file) {
+    svc.files.add(file, description);
+    m_root = loadScreen(file);
+}
+
+Screen::Screen(const char* file) : m_root(loadScreen(file)) {}
+
+Screen::~Screen() {
+    delete m_root;
+    uiWidget::s_freeScripletCache();
+}
+
+uiWidget* Screen::find(const char* path) const {
+    return m_root ? m_root->getChildWidget(path, 0, false) : nullptr;
+}
+
+} // namespace testkit
