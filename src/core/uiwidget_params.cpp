@@ -1,27 +1,13 @@
 // The description keys and flag names every widget understands: the last link of the _parseParams and
 // _parseSingleFlag chains.
 #include <cstring>
+#include "core/uidescvalue.h"
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
 #include "uiwidget.h"
 
 namespace {
-
-// Base keys that need "=" report their whole expected form, quoted.
-bool requireEquals(Parser* parser, const char* form) {
-    if (parser->GetEqualsToken()) return true;
-    Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", form);
-    return false;
-}
-
-// The word after "=", or null once the expected form has been reported.
-char* valueAfterEquals(Parser* parser, const char* form) {
-    if (!requireEquals(parser, form)) return nullptr;
-    char* value = parser->GetToken(" ");
-    if (!value) Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", form);
-    return value;
-}
 
 struct FlagName {
     const char* name;
@@ -49,25 +35,25 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
         return;
     }
     if (ui::equalNoCase(key, "depth")) {
-        if (const char* value = valueAfterEquals(parser, "depth = val")) depth = _getDepthValue(value);
+        if (const char* value = ui::nameAfterEquals(parser, "depth = val")) depth = _getDepthValue(value);
         return;
     }
     if (ui::equalNoCase(key, "flags")) {
-        if (!requireEquals(parser, "flags = FLAGS")) return;
+        if (!ui::expectEquals(parser, "flags = FLAGS")) return;
         flags = 0; // state bits too, silently: the list says what the widget is
         _parseFlags(parser);
         return;
     }
     if (ui::equalNoCase(key, "inputfocus")) {
-        if (requireEquals(parser, "inputfocus = BOOLEAN")) setInputFocus(_parseBoolean(parser), true);
+        if (ui::expectEquals(parser, "inputfocus = BOOLEAN")) setInputFocus(_parseBoolean(parser), true);
         return;
     }
     if (ui::equalNoCase(key, "active")) {
-        if (requireEquals(parser, "active = BOOLEAN")) setActive(_parseBoolean(parser), true);
+        if (ui::expectEquals(parser, "active = BOOLEAN")) setActive(_parseBoolean(parser), true);
         return;
     }
     if (ui::equalNoCase(key, "visible")) {
-        if (requireEquals(parser, "visible = BOOLEAN")) setVisible(_parseBoolean(parser), true);
+        if (ui::expectEquals(parser, "visible = BOOLEAN")) setVisible(_parseBoolean(parser), true);
         return;
     }
     if (ui::equalNoCase(key, "tabentry")) {
@@ -87,11 +73,11 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
         if (const char* file = parser->GetToken(" "))
             applyScriptlet(file);
         else
-            Logger::log(2, "...expected: \"^C00FF00#scriptlet file^c\"\f");
+            ui::logExpected("#scriptlet file");
         return;
     }
     if (ui::equalNoCase(key, "globalinputfocus")) {
-        if (const char* path = valueAfterEquals(parser, "globalinputfocus = val"))
+        if (const char* path = ui::nameAfterEquals(parser, "globalinputfocus = val"))
             addGlobalInputFocusWidget(path);
         return;
     }

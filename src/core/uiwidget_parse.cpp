@@ -1,16 +1,13 @@
 // Loading UI descriptions: files, object headers and object blocks. The keys of a block are read by the
 // _parseParams chain (uiwidget_params.cpp for the keys every widget understands).
 #include <cstring>
+#include "core/uidescvalue.h"
 #include "core/uiloadnesting.h"
 #include "core/uitextfile.h"
 #include "logger.h"
 #include "parser.h"
 #include "platform.h"
 #include "uiwidget.h"
-
-static void logExpectedHeader() {
-    Logger::log(2, "...expected: \"^C00FF00obj = type^c\"\f");
-}
 
 uiWidget* uiWidget::loadUI(const char* file, uiWidget* parent) {
     ui::NestingLevel level(ui::NestingLevel::File, file);
@@ -46,13 +43,13 @@ uiWidget* uiWidget::parseObjHeader(Parser* parser, uiWidget* parent) {
 uiWidget* uiWidget::_parseChildHeader(Parser* parser, uiWidget* parent) {
     char* objName = parser->GetToken(" ");
     if (!objName) {
-        logExpectedHeader();
+        ui::logExpected("obj = type");
         return nullptr;
     }
     if (objName[0] == '#') return loadUI(objName + 1, parent);
     char* type = parser->GetEqualsToken() ? parser->GetToken(" ") : nullptr;
     if (!type) {
-        logExpectedHeader();
+        ui::logExpected("obj = type");
         return nullptr;
     }
 
