@@ -17,24 +17,6 @@
 
 namespace {
 
-// The sprite-drawing base type stands in for itself until it is built in: it takes its "sprite" key.
-class SpriteStandIn : public uiNonVisualWidget {
-public:
-    static uiWidget* make() { return new SpriteStandIn(); }
-    const char* getType() override { return "uiVisualWidget"; }
-
-protected:
-    void _parseParams(Parser* parser, char* key) override {
-        if (s_namesEqual(key, "sprite") && parser->GetEqualsToken() && parser->GetToken(" ")) return;
-        uiNonVisualWidget::_parseParams(parser, key);
-    }
-};
-
-void ensureVisualWidgetType() {
-    if (uiWidget::getTypeId("uiVisualWidget") == 0)
-        uiSubsystem::s_registerWidget("uiVisualWidget", &SpriteStandIn::make);
-}
-
 // A game's own widget: a key and a flag of its own, chained to the base, and a count of its hide hooks.
 class KnobWidget : public uiNonVisualWidget {
 public:
@@ -134,10 +116,7 @@ void expectExampleTree(uiWidget* root) {
 
 class Description : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ensureVisualWidgetType();
-        svc.gfx.defineSprite("start", 100, 40, 1);
-    }
+    void SetUp() override { svc.gfx.defineSprite("start", 100, 40); }
     testkit::Services svc;
     uiSubsystem ui;
 };
@@ -177,7 +156,7 @@ TEST_F(Description, ProgressIsReportedPerObjectAndParameterLine) {
     uiWidget::registerProgCb(
         [](uiWidget* w, void* client, e_uiProgressEvent event) {
             *static_cast<std::string*>(client) +=
-                std::string("CPD"[event], 1) + ":" + (w ? w->name : "-") + " ";
+                std::string(1, "CPD"[event]) + ":" + (w ? w->name : "-") + " ";
         },
         &events);
     {
