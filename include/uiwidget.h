@@ -225,6 +225,9 @@ protected:
     static uiWidget* _parseUI(unsigned char* text, int length, uiWidget* parent);
     static uiWidget* _parseChildHeader(Parser* parser, uiWidget* parent);
     static void _parseError(const char* expected);
+    // A "name = BOOLEAN" key of a derived class: true when `key` is `name` (ignoring case), whether or
+    // not the line was well formed; a missing "=" is reported and leaves *value unchanged.
+    bool _parseBooleanKey(Parser* parser, const char* key, const char* name, bool* value);
 
     void _parseScriptlet(const char* file);
     unsigned char* _loadCachedScriptlet(const char* file, unsigned int* size);

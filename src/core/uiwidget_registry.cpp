@@ -4,7 +4,11 @@
 #include "core/uiinputhandler.h"
 #include "core/uiutil.h"
 #include "logger.h"
+#include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
+#include "uiparticlesystem.h"
+#include "uiprogressbar.h"
+#include "uisprite.h"
 #include "uisubsystem.h"
 #include "uivisualwidget.h"
 #include "uiwidget.h"
@@ -29,6 +33,10 @@ struct TypeTable {
         slots[1] = {"uiNonVisualWidget", &uiNonVisualWidget::s_allocator};
         slots[2] = {"uiInputHandler", &uiInputHandler::s_allocator};
         slots[3] = {"uiVisualWidget", &uiVisualWidget::s_allocator};
+        slots[6] = {"uiSprite", &uiSprite::s_allocator};
+        slots[12] = {"uiProgressBar", &uiProgressBar::s_allocator};
+        slots[13] = {"uiParticleSystem", &uiParticleSystem::s_allocator};
+        slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};
     }
 };
 
