@@ -17,6 +17,5 @@ public:
     void update(int x, int y) override;
     void setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) override;
 
-protected:
     bool paused = false;
 };

@@ -36,6 +36,8 @@ protected:
     void _render(int x, int y) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
+public:
+    // Fields, in declared order.
     int psysInstance = -1;
     unsigned char alpha = 255;
 };

@@ -30,8 +30,6 @@ public:
     void step();
     void delta(int d);
     bool isFull() const;
-    int getValue() const { return value; }
-    float getDisplayValue() const { return displayValue; }
 
     // The value is kept within the range; `immediate` shows it at once, without smoothing.
     virtual void setValue(int v, bool immediate);
@@ -41,6 +39,13 @@ protected:
     void _update(int x, int y) override;
     void _render(int x, int y) override;
 
+private:
+    int _clampToRange(long long v) const;
+    float _fillFraction() const;
+    void _approachValue();
+
+public:
+    // Fields, in declared order. value and displayValue are guarded by lock.
     int minRange = 0;
     int maxRange = 100;
     int value = 0;
@@ -51,9 +56,4 @@ protected:
     bool smooth = false;
     bool vertical = false;
     bool invert = false;
-
-private:
-    int _clampToRange(long long v) const;
-    float _fillFraction() const;
-    void _approachValue();
 };

@@ -23,7 +23,6 @@ public:
     void loop(bool on) { looping = on; }
     // Stops (or resumes from the current frame) and says whether a stopped animation is drawn.
     void disable(bool stop, bool clear);
-    bool isAnimating() const { return animate; }
 
 protected:
     void _parseParams(Parser* parser, char* key) override;
@@ -31,6 +30,8 @@ protected:
     void _render(int x, int y) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
+public:
+    // Fields, in declared order.
     unsigned int rate = 1000;
     bool looping = false;
     bool animate = false;

@@ -1,0 +1,144 @@
+// Game containers: pausing freezes a whole subtree's update while it stays drawn and keeps its input.
+#include <gtest/gtest.h>
+#include <vector>
+#include "testkit.h"
+#include "uigamecontainer.h"
+#include "uinonvisualwidget.h"
+#include "uiparticlesystem.h"
+#include "uisubsystem.h"
+
+namespace {
+
+// A child that records the alpha changes it is asked for, and its updates.
+class AlphaProbe : public uiNonVisualWidget {
+public:
+    struct Call {
+        int alpha;
+        unsigned int time;
+    };
+    std::vector<Call> alphaCalls;
+    int updates = 0;
+
+    void setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) override {
+        alphaCalls.push_back({alpha, time});
+        uiNonVisualWidget::setAlpha(alpha, time, delay, recurse);
+    }
+
+protected:
+    void _update(int, int) override { ++updates; }
+};
+
+struct GameScreen {
+    testkit::Services svc;
+    uiSubsystem ui;
+    uiNonVisualWidget* root = new uiNonVisualWidget();
+    uiGameContainer* game = static_cast<uiGameContainer*>(uiWidget::allocWidget("game", "uiGameContainer"));
+    AlphaProbe* probe = new AlphaProbe();
+    uiParticleSystem* fx = static_cast<uiParticleSystem*>(uiWidget::allocWidget("fx", "uiParticleSystem"));
+    uiWidget* hit = uiWidget::allocWidget("hit", "uiInputHandler");
+
+    GameScreen() {
+        game->rect = {0, 0, 800, 600};
+        hit->rect = {100, 100, 200, 200};
+        game->addChild(probe, false);
+        game->addChild(fx, false);
+        game->addChild(hit, false);
+        root->addChild(game, false);
+        root->setWidgetStates(true, true, true, true);
+        fx->loadPsys("rain.psi");
+        ui.setTopLevelWidget(root);
+    }
+    ~GameScreen() {
+        fx->releaseInstance();
+        delete root;
+    }
+    float drawnParticleAlpha() {
+        svc.gfx.clear();
+        ui.render(16);
+        auto emits = svc.gfx.named("psemit");
+        return emits.empty() ? -1.0f : emits[0].floats[0];
+    }
+};
+
+} // namespace
+
+TEST(GameContainer, IsRegisteredUnderItsTypeName) {
+    testkit::Services svc;
+    EXPECT_EQ(uiWidget::getTypeId("uiGameContainer"), 18);
+    uiWidget* w = uiWidget::allocWidget("game", "uiGameContainer");
+    ASSERT_NE(w, nullptr);
+    EXPECT_STREQ(w->getType(), "uiGameContainer");
+    EXPECT_TRUE(w->isType("uigamecontainer"));
+    EXPECT_TRUE(w->isType("uiNonVisualWidget"));
+    EXPECT_TRUE(w->isType("uiWidget"));
+    EXPECT_FALSE(static_cast<uiGameContainer*>(w)->getPaused());
+    delete w;
+}
+
+TEST(GameContainer, PausingFreezesTheSubtreeButNotDrawingOrInput) {
+    GameScreen s;
+    s.ui.update(16);
+    EXPECT_EQ(s.probe->updates, 1);
+
+    s.game->setPaused(true);
+    EXPECT_TRUE(s.game->getPaused());
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    s.ui.update(16);
+    EXPECT_EQ(s.probe->updates, 1);
+    EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 0);
+    EXPECT_EQ(s.svc.gfx.count("psemit"), 1); // still drawn, at alpha 0
+
+    static int clicks = 0;
+    s.hit->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
+    s.ui.inputEvent(UIE_MOUSE_DOWN, 150, 150, 0);
+    EXPECT_EQ(clicks, 1);
+
+    s.game->setPaused(false);
+    s.svc.gfx.clear();
+    s.ui.update(16);
+    EXPECT_EQ(s.probe->updates, 2);
+    EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 1);
+}
+
+TEST(GameContainer, PauseAndResumeFadeTheChildrenOnlyOnChange) {
+    GameScreen s;
+    s.game->setPaused(false); // running already: nothing
+    EXPECT_TRUE(s.probe->alphaCalls.empty());
+
+    s.game->setPaused(true);
+    s.game->setPaused(true);
+    ASSERT_EQ(s.probe->alphaCalls.size(), 1u);
+    EXPECT_EQ(s.probe->alphaCalls[0].alpha, 0);
+    EXPECT_EQ(s.probe->alphaCalls[0].time, 500u);
+    EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 0.0f); // particles take the alpha at once
+
+    s.game->setPaused(false);
+    ASSERT_EQ(s.probe->alphaCalls.size(), 2u);
+    EXPECT_EQ(s.probe->alphaCalls[1].alpha, 255);
+    EXPECT_EQ(s.probe->alphaCalls[1].time, 500u);
+    EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 1.0f);
+}
+
+TEST(GameContainer, WhilePausedAnImmediateShowFromAboveDoesNotReachTheChildren) {
+    GameScreen s;
+    s.game->setPaused(true);
+    s.probe->alphaCalls.clear();
+
+    s.root->setAlpha(255, 0, 0, true);
+    EXPECT_TRUE(s.probe->alphaCalls.empty());
+    EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 0.0f);
+
+    // A fade, a delay, or an immediate change to 0 passes.
+    s.root->setAlpha(255, 200, 0, true);
+    s.root->setAlpha(255, 0, 100, true);
+    s.root->setAlpha(0, 0, 0, true);
+    ASSERT_EQ(s.probe->alphaCalls.size(), 3u);
+    EXPECT_EQ(s.probe->alphaCalls[2].alpha, 0);
+
+    s.game->setPaused(false);
+    s.probe->alphaCalls.clear();
+    s.root->setAlpha(255, 0, 0, true);
+    EXPECT_EQ(s.probe->alphaCalls.size(), 1u);
+    EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 1.0f);
+}

@@ -1,0 +1,187 @@
+// Particle system widgets: an instance of the graphics service that moves, advances and is drawn with
+// its widget, and is restarted, stopped and released on the game's word.
+#include <gtest/gtest.h>
+#include "testkit.h"
+#include "uinonvisualwidget.h"
+#include "uiparticlesystem.h"
+#include "uisubsystem.h"
+
+namespace {
+
+struct ParticleScreen {
+    testkit::Services svc;
+    uiSubsystem ui;
+    uiNonVisualWidget* root = new uiNonVisualWidget();
+    uiParticleSystem* fx =
+        static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
+
+    ParticleScreen() {
+        root->rect = {100, 100, 900, 700};
+        fx->rect = {10, 20, 10, 20};
+        fx->setDepth(7u);
+        root->addChild(fx, false);
+        root->setWidgetStates(true, true, true, true);
+        ui.setTopLevelWidget(root);
+    }
+    ~ParticleScreen() { delete root; }
+};
+
+} // namespace
+
+TEST(ParticleSystem, IsRegisteredUnderItsTypeName) {
+    testkit::Services svc;
+    EXPECT_EQ(uiWidget::getTypeId("uiParticleSystem"), 13);
+    uiWidget* w = uiWidget::allocWidget("fx", "uiParticleSystem");
+    ASSERT_NE(w, nullptr);
+    EXPECT_STREQ(w->getType(), "uiParticleSystem");
+    EXPECT_TRUE(w->isType("UIPARTICLESYSTEM"));
+    EXPECT_TRUE(w->isType("uiWidget"));
+    EXPECT_FALSE(w->isType("uiVisualWidget"));
+    EXPECT_EQ(static_cast<uiParticleSystem*>(w)->getId(), -1);
+    delete w;
+}
+
+TEST(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
+    ParticleScreen s;
+    s.fx->loadPsys("sparks.psi");
+    const int id = s.fx->getId();
+    ASSERT_NE(id, -1);
+    EXPECT_EQ(s.svc.gfx.particleOwner(id), "sparks");
+
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    auto updates = s.svc.gfx.named("updateParticleSystem");
+    ASSERT_EQ(updates.size(), 1u);
+    EXPECT_EQ(updates[0].ints, (std::vector<int>{id, 110, 120}));
+    EXPECT_FLOAT_EQ(updates[0].floats[0], 0.016f);
+    auto emits = s.svc.gfx.named("psemit");
+    ASSERT_EQ(emits.size(), 1u);
+    EXPECT_EQ(emits[0].ints, (std::vector<int>{7, id}));
+    EXPECT_FLOAT_EQ(emits[0].floats[0], 1.0f);
+
+    // No fade for particles: the alpha applies from the next frame, whatever the time says.
+    s.fx->setAlpha(128, 1000, 0, false);
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 128.0f / 255.0f);
+
+    // A parent's recursive alpha reaches the particles; WF_IGNORE_ALPHA keeps them as they are.
+    s.root->setAlpha(0, 500, 0, true);
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 0.0f);
+    s.fx->flags |= WF_IGNORE_ALPHA;
+    s.root->setAlpha(255, 0, 0, true);
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 0.0f);
+
+    // Frames allocate nothing.
+    const long long before = s.svc.memory.allocations();
+    s.ui.render(16);
+    s.ui.update(16);
+    EXPECT_EQ(s.svc.memory.allocations(), before);
+    s.fx->releaseInstance();
+}
+
+TEST(ParticleSystem, FlagsSwitchOffUpdateAndDrawingSeparately) {
+    ParticleScreen s;
+    s.fx->loadPsys("sparks.psi");
+    s.fx->flags |= UIP_DONTUPDATE;
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 0);
+    EXPECT_EQ(s.svc.gfx.count("psemit"), 1);
+
+    s.fx->flags = (s.fx->flags & ~UIP_DONTUPDATE) | UIP_DONTRENDER;
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 1);
+    EXPECT_EQ(s.svc.gfx.count("psemit"), 0);
+    s.fx->releaseInstance();
+}
+
+TEST(ParticleSystem, RestartStopDeathAndRelease) {
+    ParticleScreen s;
+    s.fx->loadPsys("sparks.psi");
+    const int first = s.fx->getId();
+
+    s.svc.gfx.clear();
+    s.fx->reset();
+    s.fx->stop();
+    ASSERT_EQ(s.svc.gfx.calls.size(), 2u);
+    EXPECT_EQ(s.svc.gfx.calls[0].fn, "addEvent");
+    EXPECT_EQ(s.svc.gfx.calls[0].ints, (std::vector<int>{4, 0, first, 0}));
+    EXPECT_EQ(s.svc.gfx.calls[1].fn, "particleSystemInstanceStopEmitters");
+    EXPECT_EQ(s.svc.gfx.calls[1].ints, (std::vector<int>{first}));
+
+    // A dead instance is the owner's business: the widget neither asks nor releases, it keeps drawing.
+    s.svc.gfx.setParticleDead(first, true);
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_EQ(s.svc.gfx.count("particleSystemInstanceIsDead"), 0);
+    EXPECT_EQ(s.svc.gfx.count("releaseParticleSystemInstance"), 0);
+    EXPECT_EQ(s.svc.gfx.count("psemit"), 1);
+
+    // Loading again releases what the widget's name owns before creating the new instance.
+    s.svc.gfx.clear();
+    s.fx->loadPsys("smoke.psi");
+    ASSERT_EQ(s.svc.gfx.calls.size(), 2u);
+    EXPECT_EQ(s.svc.gfx.calls[0].fn, "releaseParticleSystemInstance");
+    EXPECT_EQ(s.svc.gfx.calls[0].text, "sparks");
+    EXPECT_EQ(s.svc.gfx.calls[1].text, "smoke.psi");
+    EXPECT_NE(s.fx->getId(), first);
+    EXPECT_EQ(s.svc.gfx.liveParticleSystems(), 1);
+
+    s.fx->releaseInstance();
+    EXPECT_EQ(s.fx->getId(), -1);
+    EXPECT_EQ(s.svc.gfx.liveParticleSystems(), 0);
+
+    // Without an instance every operation is a no-op.
+    s.svc.gfx.clear();
+    s.fx->reset();
+    s.fx->stop();
+    s.fx->releaseInstance();
+    s.ui.render(16);
+    EXPECT_TRUE(s.svc.gfx.calls.empty());
+}
+
+TEST(ParticleSystem, KeepsWhatTheServiceAnswersForAFileItCannotLoad) {
+    ParticleScreen s;
+    s.svc.gfx.failParticles("missing.psi");
+    s.fx->loadPsys("missing.psi");
+    EXPECT_EQ(s.fx->getId(), -1);
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    EXPECT_TRUE(s.svc.gfx.calls.empty());
+    EXPECT_EQ(s.svc.log.count(), 0);
+}
+
+TEST(ParticleSystem, WithoutAGraphicsServiceHasNoInstance) {
+    ParticleScreen s;
+    gfxSubsystem* gfx = g_gfx;
+    g_gfx = nullptr;
+    s.fx->loadPsys("sparks.psi");
+    s.ui.render(16);
+    g_gfx = gfx;
+    EXPECT_EQ(s.fx->getId(), -1);
+    EXPECT_TRUE(s.svc.gfx.calls.empty());
+}
+
+TEST(ParticleSystem, DestroyingTheWidgetLeavesTheInstanceToItsOwner) {
+    ParticleScreen s;
+    s.fx->loadPsys("sparks.psi");
+    s.fx->detachFromParent();
+    delete s.fx;
+    EXPECT_EQ(s.svc.gfx.liveParticleSystems(), 1);
+    s.svc.gfx.releaseParticleSystemInstance("sparks");
+}
+
+TEST(ParticleSystem, NeverTakesInput) {
+    ParticleScreen s;
+    static int clicks = 0;
+    s.fx->rect = {0, 0, 50, 50};
+    s.fx->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
+    EXPECT_FALSE(s.fx->inputEvent(UIE_MOUSE_DOWN, 10, 10, 0, false, false));
+    EXPECT_EQ(clicks, 0);
+}

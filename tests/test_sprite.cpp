@@ -1,0 +1,144 @@
+// Sprite widgets: an animation played frame by frame, once or looping, after an optional delay.
+#include <gtest/gtest.h>
+#include <string>
+#include "testkit.h"
+#include "uinonvisualwidget.h"
+#include "uisprite.h"
+#include "uisubsystem.h"
+
+namespace {
+
+struct SpriteScreen {
+    testkit::Services svc;
+    uiSubsystem ui;
+    uiNonVisualWidget* root = new uiNonVisualWidget();
+    uiSprite* boom = nullptr;
+    testkit::RecordingGfx* gfx = &svc.gfx; // the service frames are drawn through
+
+    SpriteScreen() {
+        svc.gfx.defineSprite("boom.spr", 10, 20, {5, 3});
+        boom = static_cast<uiSprite*>(uiWidget::allocWidget("boom", "uiSprite"));
+        boom->setSprite("boom.spr", 0, 0, false);
+        boom->rect = {5, 6, 0, 0};
+        boom->setDepth(3u);
+        root->addChild(boom, false);
+        root->setWidgetStates(true, true, true, true);
+        ui.setTopLevelWidget(root);
+    }
+    ~SpriteScreen() { delete root; }
+
+    // Runs `count` frames of `ms` and tells what each drew: "anim:frame@alpha", "-" for nothing.
+    std::string play(int count, unsigned int ms) {
+        std::string out;
+        for (int i = 0; i < count; ++i) {
+            gfx->clear();
+            ui.render(ms);
+            auto blts = gfx->named("blt");
+            if (!out.empty()) out += ' ';
+            if (blts.empty()) {
+                out += '-';
+                continue;
+            }
+            const std::vector<int>& b = blts.back().ints;
+            out += std::to_string(b[4]) + ":" + std::to_string(b[5]) + "@" + std::to_string(b[6]);
+        }
+        return out;
+    }
+};
+
+} // namespace
+
+TEST(Sprite, IsRegisteredUnderItsTypeName) {
+    testkit::Services svc;
+    EXPECT_EQ(uiWidget::getTypeId("uiSprite"), 6);
+    uiWidget* w = uiWidget::allocWidget("s", "uiSprite");
+    ASSERT_NE(w, nullptr);
+    EXPECT_STREQ(w->getType(), "uiSprite");
+    EXPECT_TRUE(w->isType("uisprite"));
+    EXPECT_TRUE(w->isType("uiVisualWidget"));
+    EXPECT_FALSE(w->isType("uiProgressBar"));
+    delete w;
+}
+
+TEST(Sprite, DrawsNothingUntilItsAnimationStartsOrClearIsOff) {
+    SpriteScreen s;
+    EXPECT_EQ(s.play(2, 16), "- -");
+    s.boom->disable(true, false); // stopped, but shown on its frame
+    s.boom->setFrame(2);
+    EXPECT_EQ(s.play(3, 500), "0:2@255 0:2@255 0:2@255");
+
+    s.svc.gfx.clear();
+    s.ui.render(16);
+    auto blts = s.svc.gfx.named("blt");
+    ASSERT_EQ(blts.size(), 1u);
+    EXPECT_EQ(blts[0].ints, (std::vector<int>{3, s.boom->getSpriteId(), 5, 6, 0, 2, 255}));
+}
+
+TEST(Sprite, StepsOneFrameWhenTheRateIsExceeded) {
+    SpriteScreen s;
+    s.boom->reset(true, 0, 0);
+    // rate is 1000 by default: 1000 ms is not enough, the next frame is.
+    EXPECT_EQ(s.play(3, 500), "0:0@255 0:0@255 0:1@255");
+
+    // At most one step per update, the excess dropped: a huge frame still moves one frame on.
+    EXPECT_EQ(s.play(2, 5000), "0:2@255 0:3@255");
+}
+
+TEST(Sprite, PlaysOnceAndStopsOnTheLastFrame) {
+    SpriteScreen s;
+    s.boom->reset(false, 0, 0);
+    EXPECT_TRUE(s.boom->animate);
+    EXPECT_EQ(s.play(6, 1001), "0:1@255 0:2@255 0:3@255 0:4@255 - -");
+    EXPECT_FALSE(s.boom->animate);
+    EXPECT_EQ(s.boom->getFrame(), 4);
+
+    s.boom->reset(false, 2, 0);
+    s.boom->disable(false, false); // keep showing the last frame once stopped
+    EXPECT_EQ(s.play(4, 1001), "0:3@255 0:4@255 0:4@255 0:4@255");
+}
+
+TEST(Sprite, LoopsAnotherAnimationAfterADelay) {
+    SpriteScreen s;
+    s.boom->setFrame(4);
+    s.boom->setAnim(1, true, true, 2500); // 3 frames, starts over at frame 0
+    EXPECT_EQ(s.boom->getFrame(), 0);
+    // The update that completes the delay only restarts the count; steps follow from then on.
+    EXPECT_EQ(s.play(3, 1000), "1:0@255 1:0@255 1:0@255");
+    EXPECT_EQ(s.play(1, 1000), "1:0@255");
+    EXPECT_EQ(s.play(6, 1001), "1:1@255 1:2@255 1:0@255 1:1@255 1:2@255 1:0@255");
+}
+
+TEST(Sprite, AFadeStandsStillWhileTheAnimationIsStopped) {
+    SpriteScreen s;
+    s.boom->disable(true, false);
+    s.boom->setAlpha(0, 1000, 0, false);
+    EXPECT_EQ(s.play(2, 100), "0:0@255 0:0@255");
+    s.boom->disable(false, false);
+    EXPECT_EQ(s.play(2, 100), "0:0@229 0:0@204");
+}
+
+TEST(Sprite, AnAnimationReportedEmptyPlaysAsOneFrame) {
+    SpriteScreen s;
+    struct EmptyAnimations : testkit::RecordingGfx {
+        int getSpriteFrameCount(int, int) override { return 0; }
+    } empty;
+    s.boom->releaseSprite();
+    g_gfx = s.gfx = &empty;
+    s.boom->setSprite("boom.spr", 0, 0, true);
+    s.boom->reset(true, 0, 0);
+    EXPECT_EQ(s.play(3, 1001), "0:0@255 0:0@255 0:0@255");
+    s.boom->reset(false, 0, 0);
+    s.boom->disable(false, false);
+    EXPECT_EQ(s.play(3, 1001), "0:0@255 0:0@255 0:0@255");
+    EXPECT_FALSE(s.boom->animate);
+    s.boom->releaseSprite();
+    g_gfx = &s.svc.gfx;
+}
+
+TEST(Sprite, NeverConsumesInput) {
+    SpriteScreen s;
+    static int clicks = 0;
+    s.boom->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
+    EXPECT_FALSE(s.boom->inputEvent(UIE_MOUSE_DOWN, 6, 7, 0, false, false));
+    EXPECT_EQ(clicks, 0);
+}
