@@ -2,6 +2,7 @@
 // advanced from a loader thread while frames run.
 #include <gtest/gtest.h>
 #include <climits>
+#include <cmath>
 #include <thread>
 #include "testkit.h"
 #include "uinonvisualwidget.h"
@@ -181,6 +182,17 @@ TEST(ProgressBar, RateZeroAndEmptyRangesDivideByNothing) {
     s.bar->setRange(0, 0);
     s.bar->setValue(0, true);
     EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 200, 80}));
+
+    // A shown value that is no number is drawn empty and replaced by the value at the next update.
+    s.bar->setRange(0, 100);
+    s.bar->setValue(30, false);
+    s.bar->displayValue = std::nanf("");
+    EXPECT_FALSE(s.bar->isFull());
+    s.bar->render(0, 0);
+    EXPECT_EQ(s.svc.gfx.named("blt").back().ints[4], 0);
+    EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 60, 80}));
+    s.bar->displayValue = INFINITY;
+    EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 60, 80}));
 }
 
 TEST(ProgressBar, WithoutALockStillCountsAndDraws) {
