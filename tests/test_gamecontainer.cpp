@@ -62,21 +62,11 @@ struct GameScreen {
 
 } // namespace
 
-TEST(GameContainer, IsRegisteredUnderItsTypeName) {
-    testkit::Services svc;
-    EXPECT_EQ(uiWidget::getTypeId("uiGameContainer"), 18);
-    uiWidget* w = uiWidget::allocWidget("game", "uiGameContainer");
-    ASSERT_NE(w, nullptr);
-    EXPECT_STREQ(w->getType(), "uiGameContainer");
-    EXPECT_TRUE(w->isType("uigamecontainer"));
-    EXPECT_TRUE(w->isType("uiNonVisualWidget"));
-    EXPECT_TRUE(w->isType("uiWidget"));
-    EXPECT_FALSE(static_cast<uiGameContainer*>(w)->getPaused());
-    delete w;
-}
-
 TEST(GameContainer, PausingFreezesTheSubtreeButNotDrawingOrInput) {
     GameScreen s;
+    EXPECT_EQ(uiWidget::getTypeId("uiGameContainer"), 18);
+    EXPECT_TRUE(s.game->isType("uigamecontainer") && s.game->isType("uiNonVisualWidget"));
+    EXPECT_FALSE(s.game->getPaused());
     s.ui.update(16);
     EXPECT_EQ(s.probe->updates, 1);
 

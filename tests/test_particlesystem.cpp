@@ -1,6 +1,7 @@
 // Particle system widgets: an instance of the graphics service that moves, advances and is drawn with
 // its widget, and is restarted, stopped and released on the game's word.
 #include <gtest/gtest.h>
+#include "screen.h"
 #include "testkit.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
@@ -28,21 +29,12 @@ struct ParticleScreen {
 
 } // namespace
 
-TEST(ParticleSystem, IsRegisteredUnderItsTypeName) {
-    testkit::Services svc;
-    EXPECT_EQ(uiWidget::getTypeId("uiParticleSystem"), 13);
-    uiWidget* w = uiWidget::allocWidget("fx", "uiParticleSystem");
-    ASSERT_NE(w, nullptr);
-    EXPECT_STREQ(w->getType(), "uiParticleSystem");
-    EXPECT_TRUE(w->isType("UIPARTICLESYSTEM"));
-    EXPECT_TRUE(w->isType("uiWidget"));
-    EXPECT_FALSE(w->isType("uiVisualWidget"));
-    EXPECT_EQ(static_cast<uiParticleSystem*>(w)->getId(), -1);
-    delete w;
-}
-
 TEST(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
     ParticleScreen s;
+    EXPECT_EQ(uiWidget::getTypeId("uiParticleSystem"), 13);
+    EXPECT_TRUE(s.fx->isType("UIPARTICLESYSTEM") && s.fx->isType("uiWidget") &&
+                !s.fx->isType("uiVisualWidget"));
+    EXPECT_EQ(s.fx->getId(), -1);
     s.fx->loadPsys("sparks.psi");
     const int id = s.fx->getId();
     ASSERT_NE(id, -1);
@@ -184,4 +176,43 @@ TEST(ParticleSystem, NeverTakesInput) {
     s.fx->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
     EXPECT_FALSE(s.fx->inputEvent(UIE_MOUSE_DOWN, 10, 10, 0, false, false));
     EXPECT_EQ(clicks, 0);
+}
+
+TEST(ParticleSystem, DescriptionLoadsTheFileAndSetsTheFlags) {
+    testkit::Services svc;
+    uiSubsystem ui;
+    testkit::Screen screen(svc, "hud = uiNonVisualWidget\n"
+                                "{\n"
+                                "    child fx = uiParticleSystem\n"
+                                "    {\n"
+                                "        x = 10\n"
+                                "        y = 20\n"
+                                "        file = sparks.psi\n"
+                                "        flags = WF_VISIBLE | WF_ACTIVE | uip_dontrender\n"
+                                "    }\n"
+                                "    child broken = uiParticleSystem\n"
+                                "    {\n"
+                                "        file sparks.psi\n"
+                                "        file =\n"
+                                "        flags = UIP_DONTUPDATE | UIP_NOPE\n"
+                                "    }\n"
+                                "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                                "}\n");
+    ASSERT_TRUE(screen);
+    auto* fx = static_cast<uiParticleSystem*>(screen.find("fx"));
+    auto* broken = static_cast<uiParticleSystem*>(screen.find("broken"));
+    ASSERT_TRUE(fx && broken);
+    EXPECT_EQ(svc.gfx.particleOwner(fx->getId()), "fx");
+    EXPECT_EQ(broken->getId(), -1);
+    EXPECT_EQ(broken->flags & (UIP_DONTUPDATE | UIP_DONTRENDER), UIP_DONTUPDATE);
+    EXPECT_EQ(svc.log.count(), 3);
+    EXPECT_TRUE(svc.log.has(2, "...expected: ^C00FF00file = \"val\"^c\f")) << svc.log.dump();
+    EXPECT_TRUE(svc.log.has(2, "Unknown flag: UIP_NOPE\f")) << svc.log.dump();
+
+    ui.setTopLevelWidget(screen.root());
+    svc.gfx.clear();
+    ui.render(16);
+    EXPECT_EQ(svc.gfx.count("updateParticleSystem"), 1);
+    EXPECT_EQ(svc.gfx.count("psemit"), 0);
+    fx->releaseInstance();
 }

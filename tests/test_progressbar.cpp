@@ -4,6 +4,7 @@
 #include <climits>
 #include <cmath>
 #include <thread>
+#include "screen.h"
 #include "testkit.h"
 #include "uinonvisualwidget.h"
 #include "uiprogressbar.h"
@@ -43,21 +44,11 @@ struct BarScreen {
 
 } // namespace
 
-TEST(ProgressBar, IsRegisteredUnderItsTypeName) {
-    testkit::Services svc;
-    EXPECT_EQ(uiWidget::getTypeId("uiProgressBar"), 12);
-    uiWidget* w = uiWidget::allocWidget("p", "uiProgressBar");
-    ASSERT_NE(w, nullptr);
-    EXPECT_STREQ(w->getType(), "uiProgressBar");
-    EXPECT_TRUE(w->isType("UIPROGRESSBAR"));
-    EXPECT_TRUE(w->isType("uiVisualWidget"));
-    EXPECT_FALSE(w->isType("uiSprite"));
-    delete w;
-    EXPECT_EQ(svc.memory.outstandingBlocks(), 0);
-}
-
 TEST(ProgressBar, KeepsItsValueWithinTheRange) {
     BarScreen s;
+    EXPECT_EQ(uiWidget::getTypeId("uiProgressBar"), 12);
+    EXPECT_TRUE(s.bar->isType("UIPROGRESSBAR") && s.bar->isType("uiVisualWidget") &&
+                !s.bar->isType("uiSprite"));
     s.bar->setValue(150, false);
     EXPECT_EQ(s.bar->value, 100);
     EXPECT_EQ(s.bar->displayValue, 0.0f); // shown from the next update
@@ -248,4 +239,42 @@ TEST(ProgressBarThread, StepsFromALoaderThreadWhileFramesRun) {
     s.bar->rate = 0;
     EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 200, 80}));
     EXPECT_TRUE(s.bar->isFull());
+}
+
+TEST(ProgressBar, DescriptionSetsRangeShownValueAndDrawingMode) {
+    testkit::Services svc;
+    uiSubsystem ui;
+    svc.gfx.defineSprite("meter.spr", 40, 100);
+    testkit::Screen screen(svc, "meter = uiProgressBar\n"
+                                "{\n"
+                                "    sprite = meter.spr\n"
+                                "    min_range = 0\n"
+                                "    max_range = 200\n"
+                                "    value = 150\n"
+                                "    step = 25\n"
+                                "    rate = 100\n"
+                                "    Smooth = true\n"
+                                "    VERTICAL = true\n"
+                                "    invert true\n"
+                                "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                                "}\n");
+    ASSERT_TRUE(screen);
+    EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
+    EXPECT_TRUE(svc.log.has(2, "...expected: \"^C00FF00invert = BOOLEAN^c\"\f")) << svc.log.dump();
+    auto* meter = static_cast<uiProgressBar*>(screen.root());
+    EXPECT_EQ(meter->value, 0);
+    EXPECT_EQ(meter->displayValue, 150.0f);
+    EXPECT_FALSE(meter->invert);
+
+    // Two steps make the value 50; a 50 ms frame at rate 100 takes the shown value halfway there.
+    meter->step();
+    meter->step();
+    ui.setTopLevelWidget(screen.root());
+    svc.gfx.clear();
+    ui.render(50);
+    auto blts = svc.gfx.named("blt");
+    ASSERT_EQ(blts.size(), 1u);
+    EXPECT_FLOAT_EQ(meter->displayValue, 100.0f);
+    // 100 of 200 shown: the lower 50 of 100 rows.
+    EXPECT_EQ(blts[0].ints, (std::vector<int>{0, meter->getSpriteId(), 0, 50, 0, 50, 40, 50, 0, 0, 255}));
 }

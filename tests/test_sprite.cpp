@@ -1,6 +1,7 @@
 // Sprite widgets: an animation played frame by frame, once or looping, after an optional delay.
 #include <gtest/gtest.h>
 #include <string>
+#include "screen.h"
 #include "testkit.h"
 #include "uinonvisualwidget.h"
 #include "uisprite.h"
@@ -48,20 +49,11 @@ struct SpriteScreen {
 
 } // namespace
 
-TEST(Sprite, IsRegisteredUnderItsTypeName) {
-    testkit::Services svc;
-    EXPECT_EQ(uiWidget::getTypeId("uiSprite"), 6);
-    uiWidget* w = uiWidget::allocWidget("s", "uiSprite");
-    ASSERT_NE(w, nullptr);
-    EXPECT_STREQ(w->getType(), "uiSprite");
-    EXPECT_TRUE(w->isType("uisprite"));
-    EXPECT_TRUE(w->isType("uiVisualWidget"));
-    EXPECT_FALSE(w->isType("uiProgressBar"));
-    delete w;
-}
-
 TEST(Sprite, DrawsNothingUntilItsAnimationStartsOrClearIsOff) {
     SpriteScreen s;
+    EXPECT_EQ(uiWidget::getTypeId("uiSprite"), 6);
+    EXPECT_TRUE(s.boom->isType("uisprite") && s.boom->isType("uiVisualWidget") &&
+                !s.boom->isType("uiProgressBar"));
     EXPECT_EQ(s.play(2, 16), "- -");
     s.boom->disable(true, false); // stopped, but shown on its frame
     s.boom->setFrame(2);
@@ -141,4 +133,41 @@ TEST(Sprite, NeverConsumesInput) {
     s.boom->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
     EXPECT_FALSE(s.boom->inputEvent(UIE_MOUSE_DOWN, 6, 7, 0, false, false));
     EXPECT_EQ(clicks, 0);
+}
+
+TEST(Sprite, DescriptionStartsTheAnimation) {
+    testkit::Services svc;
+    uiSubsystem ui;
+    svc.gfx.defineSprite("torch.spr", 16, 32, {4});
+    testkit::Screen screen(svc, "torch = uiSprite\n"
+                                "{\n"
+                                "    sprite = torch.spr\n"
+                                "    frame = 2\n"
+                                "    rate = 100\n"
+                                "    LOOP = true\n"
+                                "    animate = TRUE\n"
+                                "    clear false\n"
+                                "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                                "}\n");
+    ASSERT_TRUE(screen);
+    EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
+    EXPECT_TRUE(svc.log.has(2, "...expected: \"^C00FF00clear = BOOLEAN^c\"\f")) << svc.log.dump();
+    ui.setTopLevelWidget(screen.root());
+    std::string frames;
+    for (int i = 0; i < 8; ++i) {
+        svc.gfx.clear();
+        ui.render(60);
+        auto blts = svc.gfx.named("blt");
+        frames += blts.empty() ? "-" : std::to_string(blts[0].ints[5]);
+    }
+    EXPECT_EQ(frames, "23300112"); // a step every second frame of 60 ms, from frame 2, looping
+
+    // Without animate or clear keys a loaded sprite widget draws nothing.
+    testkit::Screen still(
+        svc, "still = uiSprite\n{\n    sprite = torch.spr\n    visible = true\n    active = true\n}\n",
+        "still.txt");
+    ui.setTopLevelWidget(still.root());
+    svc.gfx.clear();
+    ui.render(60);
+    EXPECT_EQ(svc.gfx.count("blt"), 0);
 }

@@ -2,29 +2,12 @@
 #include "uiprogressbar.h"
 #include <algorithm>
 #include <cmath>
-#include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
 #include "parser.h"
 #include "runtime/uicriticalsection.h"
 
 namespace {
-
-// Holds the bar's lock for a scope; a bar whose lock could not be made runs unlocked.
-class ValueLock {
-public:
-    explicit ValueLock(uiCriticalSection* cs) : m_cs(cs) {
-        if (m_cs) m_cs->enter();
-    }
-    ~ValueLock() {
-        if (m_cs) m_cs->leave();
-    }
-    ValueLock(const ValueLock&) = delete;
-    ValueLock& operator=(const ValueLock&) = delete;
-
-private:
-    uiCriticalSection* m_cs;
-};
 
 // Within this distance below the target an upward approach snaps onto it.
 constexpr float kSnapDistance = 0.01f;
@@ -80,7 +63,7 @@ void uiProgressBar::step() {
 }
 
 void uiProgressBar::delta(int d) {
-    ValueLock guard(lock);
+    uiScopedLock guard(lock);
     value = _clampToRange(static_cast<long long>(value) + d);
 }
 
@@ -92,7 +75,7 @@ bool uiProgressBar::isFull() const {
 // ---- frame ------------------------------------------------------------------------------------------
 
 void uiProgressBar::_update(int ox, int oy) {
-    ValueLock guard(lock);
+    uiScopedLock guard(lock);
     _approachValue();
     _lerpToTargetAlpha(s_iDeltaTime);
 }

@@ -7,27 +7,6 @@
 
 uiSubsystem* g_ui = nullptr;
 
-namespace {
-
-// Holds the subsystem lock for a scope. Without a lock object (its allocation failed) the subsystem runs
-// unlocked, which is still correct for a game that touches widgets from its frame thread only.
-class ScopedLock {
-public:
-    explicit ScopedLock(uiCriticalSection* cs) : m_cs(cs) {
-        if (m_cs) m_cs->enter();
-    }
-    ~ScopedLock() {
-        if (m_cs) m_cs->leave();
-    }
-    ScopedLock(const ScopedLock&) = delete;
-    ScopedLock& operator=(const ScopedLock&) = delete;
-
-private:
-    uiCriticalSection* m_cs;
-};
-
-} // namespace
-
 void* uiSubsystem::operator new(std::size_t size) noexcept {
     return g_MemoryPtr ? g_MemoryPtr->alloc(uiWidget::kUIPool, static_cast<unsigned int>(size), __FILE__, __LINE__)
                        : nullptr;
@@ -83,13 +62,13 @@ void uiSubsystem::_stepFrame(unsigned int ms) {
 }
 
 int uiSubsystem::update(unsigned int ms) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     _stepFrame(ms);
     return 1;
 }
 
 int uiSubsystem::render(unsigned int ms) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     _stepFrame(ms);
     if (uiWidget* w = m_visible ? m_visible : m_topLevel) w->render(0, 0);
     _renderGfxStatistics();
@@ -97,7 +76,7 @@ int uiSubsystem::render(unsigned int ms) {
 }
 
 void uiSubsystem::inputEvent(e_uiEvent kind, int x, int y, int key) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     if (kind == UIE_KEY_DOWN || kind == UIE_KEY_UP || kind == UIE_CHAR || kind == UIE_OTHER) {
         x = m_mouseX;
         y = m_mouseY;
@@ -139,17 +118,17 @@ _uiTrace_s* uiSubsystem::trace(int tag, int x, int y, const char* type) {
 // ---- roles, loading, lock ---------------------------------------------------------------------------
 
 void uiSubsystem::setTopLevelWidget(uiWidget* w) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     m_topLevel = w;
 }
 
 void uiSubsystem::setVisibleWidget(uiWidget* w) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     m_visible = w;
 }
 
 void uiSubsystem::setActiveWidget(uiWidget* w) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     m_active = w;
 }
 
@@ -170,7 +149,7 @@ void uiSubsystem::updateLock(bool lock) {
 // ---- input focus stack ------------------------------------------------------------------------------
 
 void uiSubsystem::setInputFocusWidget(uiWidget* w) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     if (!m_focus) {
         pushInputFocusWidget(w);
         return;
@@ -179,12 +158,12 @@ void uiSubsystem::setInputFocusWidget(uiWidget* w) {
 }
 
 uiWidget* uiSubsystem::getInputFocusWidget() {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     return m_focus ? m_focus->widget : nullptr;
 }
 
 void uiSubsystem::pushInputFocusWidget(uiWidget* w) {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     FocusNode* node = UI_POOL_NEW(FocusNode, uiWidget::kUIPool);
     if (!node) {
         Logger::log(2, "uiSubsystem::pushInputFocusWidget(%s): Out of Memory\f", w ? w->name : "null");
@@ -196,7 +175,7 @@ void uiSubsystem::pushInputFocusWidget(uiWidget* w) {
 }
 
 void uiSubsystem::popInputFocusWidget() {
-    ScopedLock lock(m_lock);
+    uiScopedLock lock(m_lock);
     if (!m_focus) return;
     FocusNode* node = m_focus;
     m_focus = node->next;
