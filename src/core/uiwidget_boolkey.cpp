@@ -1,14 +1,13 @@
 // Boolean keys of derived classes ("smooth = true"), read the same way by every control.
+#include <cstdio>
+#include "core/uidescvalue.h"
 #include "core/uiutil.h"
-#include "logger.h"
-#include "parser.h"
 #include "uiwidget.h"
 
 bool uiWidget::_parseBooleanKey(Parser* parser, const char* key, const char* keyName, bool* value) {
     if (!ui::equalNoCase(key, keyName)) return false;
-    if (parser->GetEqualsToken())
-        *value = _parseBoolean(parser);
-    else
-        Logger::log(2, "...expected: \"^C00FF00%s = BOOLEAN^c\"\f", keyName);
+    char form[64];
+    std::snprintf(form, sizeof form, "%s = BOOLEAN", keyName);
+    if (ui::expectEquals(parser, form)) *value = _parseBoolean(parser);
     return true;
 }
