@@ -106,6 +106,13 @@ TEST(ProgressBar, DrawsTheFilledPartForEachOrientation) {
     auto blts = s.svc.gfx.named("blt");
     ASSERT_EQ(blts.size(), 1u);
     EXPECT_EQ(blts[0].ints, (std::vector<int>{4, s.bar->getSpriteId(), 110, 70, 100, 80, 2, 3, 0}));
+
+    // Frames and steps allocate nothing.
+    const long long before = s.svc.memory.allocations();
+    s.bar->step();
+    s.ui.render(16);
+    s.ui.update(16);
+    EXPECT_EQ(s.svc.memory.allocations(), before);
 }
 
 TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
