@@ -4,12 +4,17 @@
 #include "core/uiinputhandler.h"
 #include "core/uiutil.h"
 #include "logger.h"
+#include "uibutton.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
 #include "uiprogressbar.h"
+#include "uiradiobutton.h"
+#include "uiradiogroup.h"
+#include "uisliderbutton.h"
 #include "uisprite.h"
 #include "uisubsystem.h"
+#include "uitogglebutton.h"
 #include "uivisualwidget.h"
 #include "uiwidget.h"
 
@@ -33,7 +38,12 @@ struct TypeTable {
         slots[1] = {"uiNonVisualWidget", &uiNonVisualWidget::s_allocator};
         slots[2] = {"uiInputHandler", &uiInputHandler::s_allocator};
         slots[3] = {"uiVisualWidget", &uiVisualWidget::s_allocator};
+        slots[4] = {"uiButton", &uiButton::s_allocator};
+        slots[5] = {"uiToggleButton", &uiToggleButton::s_allocator};
         slots[6] = {"uiSprite", &uiSprite::s_allocator};
+        slots[9] = {"uiRadioButton", &uiRadioButton::s_allocator};
+        slots[10] = {"uiRadioGroup", &uiRadioGroup::s_allocator};
+        slots[11] = {"uiSliderButton", &uiSliderButton::s_allocator};
         slots[12] = {"uiProgressBar", &uiProgressBar::s_allocator};
         slots[13] = {"uiParticleSystem", &uiParticleSystem::s_allocator};
         slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};

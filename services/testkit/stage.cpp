@@ -1,0 +1,24 @@
+#include "stage.h"
+
+namespace testkit {
+
+Stage::Stage(int width, int height) {
+    m_root = uiWidget::allocWidget("root", "uiNonVisualWidget");
+    if (!m_root) return;
+    m_root->rect = {0, 0, width, height};
+    m_root->setWidgetStates(true, true, true, true);
+    m_ui.setTopLevelWidget(m_root);
+}
+
+Stage::~Stage() {
+    m_ui.setTopLevelWidget(nullptr);
+    delete m_root;
+}
+
+void Stage::click(int x, int y) {
+    move(x, y);
+    press(x, y);
+    release(x, y);
+}
+
+} // namespace testkit

@@ -1,0 +1,46 @@
+// A screen built in code, driven the way a game drives the library: a subsystem and a full-screen root
+// (active, visible, taking input) set as the top-level widget. Construct it after testkit::Services.
+#pragma once
+#include "uisubsystem.h"
+#include "uiwidget.h"
+
+namespace testkit {
+
+class Stage {
+public:
+    explicit Stage(int width = 800, int height = 600);
+    ~Stage(); // deletes the root and its tree, then the subsystem
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    uiSubsystem& ui() { return m_ui; }
+    uiWidget* root() const { return m_root; }
+
+    // A new, unattached widget of a registered type; null when the type is unknown or memory ran out.
+    template <class W = uiWidget> static W* make(const char* type, const char* name) {
+        return static_cast<W*>(uiWidget::allocWidget(name, type));
+    }
+    // Attaches `w` under `parent` (the root when null), handing it the parent's states.
+    template <class W> W* attach(W* w, uiWidget* parent = nullptr) {
+        (parent ? parent : m_root)->addChild(w, true);
+        return w;
+    }
+
+    // Input as a game forwards it.
+    void move(int x, int y) { m_ui.inputEvent(UIE_MOUSE_MOVE, x, y, 0); }
+    void press(int x, int y) { m_ui.inputEvent(UIE_MOUSE_DOWN, x, y, 0); }
+    void release(int x, int y) { m_ui.inputEvent(UIE_MOUSE_UP, x, y, 0); }
+    void click(int x, int y); // move there, press, release
+    void keyDown(int key) { m_ui.inputEvent(UIE_KEY_DOWN, 0, 0, key); }
+    void keyUp(int key) { m_ui.inputEvent(UIE_KEY_UP, 0, 0, key); }
+
+    // One frame: update only, or update and draw.
+    void update(unsigned int ms) { m_ui.update(ms); }
+    void render(unsigned int ms) { m_ui.render(ms); }
+
+private:
+    uiSubsystem m_ui;
+    uiWidget* m_root = nullptr;
+};
+
+} // namespace testkit
