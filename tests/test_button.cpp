@@ -58,7 +58,8 @@ protected:
         svc.gfx.clear();
         stage.render(ms);
         std::vector<Draw> draws;
-        for (const testkit::GfxCall& c : svc.gfx.named("blt")) draws.push_back({c.ints[4], c.ints[5], c.ints[6]});
+        for (const testkit::GfxCall& c : svc.gfx.named("blt"))
+            draws.push_back({c.ints[4], c.ints[5], c.ints[6]});
         return draws;
     }
     int drawnAnim() {
@@ -104,7 +105,8 @@ TEST_F(Button, ReleasingElsewhereCancelsTheClick) {
 TEST_F(Button, APressWithinFiveFramesOfAClickIsSwallowed) {
     stage.click(150, 120);
     ASSERT_EQ(clicks.seen.size(), 1u);
-    for (int i = 0; i < 5; ++i) stage.update(16);
+    for (int i = 0; i < 5; ++i)
+        stage.update(16);
 
     stage.press(150, 120);
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr); // not pressed, not pushed
@@ -202,7 +204,8 @@ TEST_F(Button, AnimationsWithoutFramesHoldTheFirstFrame) {
     std::vector<testkit::GfxCall> draws = gfx.named("blt");
     g_gfx = &svc.gfx;
     EXPECT_EQ(draws.size(), 2u);
-    for (const testkit::GfxCall& d : draws) EXPECT_EQ(d.ints[5], 0);
+    for (const testkit::GfxCall& d : draws)
+        EXPECT_EQ(d.ints[5], 0);
 }
 
 TEST_F(ButtonScreen, HotkeyClicksAtTheButtonsCorner) {
@@ -275,7 +278,8 @@ TEST_F(Button, ParticleSystemStartsOnClickRestartsAndIsReleasedWhenDead) {
     EXPECT_FLOAT_EQ(update.floats[0], 0.016f);
     EXPECT_EQ(svc.gfx.named("psemit")[0].floats, std::vector<float>({1.0f}));
 
-    for (int i = 0; i < 6; ++i) stage.update(16);
+    for (int i = 0; i < 6; ++i)
+        stage.update(16);
     svc.gfx.clear();
     stage.click(150, 120); // running: restarted, not created again
     EXPECT_EQ(svc.gfx.count("createParticleSystemInstance"), 0);
@@ -290,7 +294,8 @@ TEST_F(Button, ParticleSystemStartsOnClickRestartsAndIsReleasedWhenDead) {
     EXPECT_EQ(frame().size(), 1u);
     EXPECT_EQ(svc.gfx.count("psemit"), 0);
 
-    for (int i = 0; i < 6; ++i) stage.update(16);
+    for (int i = 0; i < 6; ++i)
+        stage.update(16);
     stage.click(150, 120); // a new instance
     EXPECT_EQ(svc.gfx.count("createParticleSystemInstance"), 1);
     EXPECT_EQ(svc.gfx.particleOwner(1), "ok");
@@ -304,7 +309,8 @@ TEST_F(Button, NewButtonsTakeTheDefaultSoundsInForceAtConstruction) {
     stage.click(150, 120);
     EXPECT_EQ(svc.sound.played, std::vector<std::string>({"hum", "tick", "highlight", "click"}));
     later->setClickSound("");
-    for (int i = 0; i < 6; ++i) stage.update(16);
+    for (int i = 0; i < 6; ++i)
+        stage.update(16);
     stage.click(350, 320);
     EXPECT_EQ(svc.sound.played.back(), ""); // played even when empty
 }
@@ -374,7 +380,8 @@ TEST_F(ButtonScreen, DescriptionKeysAndMessages) {
     stage.click(10, 10);
     EXPECT_EQ(svc.sound.played, std::vector<std::string>({"glow", "big click"}));
     EXPECT_EQ(svc.gfx.named("createParticleSystemInstance")[0].text, "fx.psi");
-    for (int i = 0; i < 6; ++i) stage.update(16);
+    for (int i = 0; i < 6; ++i)
+        stage.update(16);
     stage.keyUp(32); // KEY_SPACE stayed: the unknown name changed nothing
     EXPECT_EQ(svc.sound.played, std::vector<std::string>({"glow", "big click", "big click"}));
 }

@@ -4,7 +4,7 @@
 #include "gfxsubsystem.h"
 #include "logger.h"
 #include "parser.h"
-#include "runtime/uidescvalue.h"
+#include "core/uidescvalue.h"
 #include "soundsubsystem.h"
 #include "uisubsystem.h"
 
@@ -21,10 +21,9 @@ struct Hotkey {
     int code;
 };
 constexpr Hotkey kHotkeys[] = {
-    {"KEY_SPACE", 32}, {"KEY_BACKSPACE", 127}, {"KEY_ESCAPE", 27}, {"KEY_ENTER", 13},
-    {"KEY_F1", 163},   {"KEY_F2", 164},        {"KEY_F3", 165},    {"KEY_F4", 166},
-    {"KEY_F5", 167},   {"KEY_F6", 168},        {"KEY_F7", 169},    {"KEY_F8", 170},
-    {"KEY_F9", 171},   {"KEY_F10", 172},
+    {"KEY_SPACE", 32}, {"KEY_BACKSPACE", 127}, {"KEY_ESCAPE", 27}, {"KEY_ENTER", 13}, {"KEY_F1", 163},
+    {"KEY_F2", 164},   {"KEY_F3", 165},        {"KEY_F4", 166},    {"KEY_F5", 167},   {"KEY_F6", 168},
+    {"KEY_F7", 169},   {"KEY_F8", 170},        {"KEY_F9", 171},    {"KEY_F10", 172},
 };
 
 struct ButtonFlag {
@@ -47,18 +46,26 @@ uiButton::uiButton() {
 }
 
 // A button destroyed in the middle of a press would leave a dangling top entry on the focus stack.
-uiButton::~uiButton() { _leaveFocusStack(); }
+uiButton::~uiButton() {
+    _leaveFocusStack();
+}
 
 void uiButton::setDefaultSounds(const char* click, const char* highlight) {
     s_clickDefault = click;
     s_highlightDefault = highlight;
 }
 
-void uiButton::setClickSound(const char* sound) { ui::copyName(clickSound, sound); }
+void uiButton::setClickSound(const char* sound) {
+    ui::copyName(clickSound, sound);
+}
 
-void uiButton::setHighlightSound(const char* sound) { ui::copyName(highlightSound, sound); }
+void uiButton::setHighlightSound(const char* sound) {
+    ui::copyName(highlightSound, sound);
+}
 
-void uiButton::setParticleSystem(const char* file) { ui::copyName(psysName, file); }
+void uiButton::setParticleSystem(const char* file) {
+    ui::copyName(psysName, file);
+}
 
 void uiButton::resetPsys() {
     if (!psysName[0] || !g_gfx) return;
@@ -68,7 +75,9 @@ void uiButton::resetPsys() {
         g_gfx->addEvent(kParticleResetEvent, 0, psysInstance, 0, 0.0f, nullptr);
 }
 
-void uiButton::enable() { flags |= WF_INPUT_FOCUS; }
+void uiButton::enable() {
+    flags |= WF_INPUT_FOCUS;
+}
 
 void uiButton::disable() {
     flags &= ~WF_INPUT_FOCUS;
@@ -76,9 +85,13 @@ void uiButton::disable() {
     _leaveFocusStack();
 }
 
-int uiButton::getButtonWidth() const { return spriteId != -1 && g_gfx ? g_gfx->getSpriteWidth(spriteId) : 0; }
+int uiButton::getButtonWidth() const {
+    return spriteId != -1 && g_gfx ? g_gfx->getSpriteWidth(spriteId) : 0;
+}
 
-int uiButton::getButtonHeight() const { return spriteId != -1 && g_gfx ? g_gfx->getSpriteHeight(spriteId) : 0; }
+int uiButton::getButtonHeight() const {
+    return spriteId != -1 && g_gfx ? g_gfx->getSpriteHeight(spriteId) : 0;
+}
 
 bool uiButton::testBounds(int x, int y) {
     const int a = _getButtonAnim();
@@ -102,11 +115,13 @@ void uiButton::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "hotkey")) {
         if (const char* value = ui::nameAfterEquals(parser, "hotkey = \"val\"")) _parseHotkey(value);
     } else if (ui::equalNoCase(key, "particlesystem")) {
-        if (const char* value = ui::nameAfterEquals(parser, "particlesystem = \"string\"")) setParticleSystem(value);
+        if (const char* value = ui::nameAfterEquals(parser, "particlesystem = \"string\""))
+            setParticleSystem(value);
     } else if (ui::equalNoCase(key, "clicksound")) {
         if (const char* value = ui::nameAfterEquals(parser, "clicksound = \"string\"")) setClickSound(value);
     } else if (ui::equalNoCase(key, "highlightsound")) {
-        if (const char* value = ui::nameAfterEquals(parser, "highlightsound = \"string\"")) setHighlightSound(value);
+        if (const char* value = ui::nameAfterEquals(parser, "highlightsound = \"string\""))
+            setHighlightSound(value);
     } else {
         uiVisualWidget::_parseParams(parser, key);
     }

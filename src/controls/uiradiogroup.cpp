@@ -39,7 +39,8 @@ void uiRadioGroup::_setValue(const uiWidget* parent, int value) {
     for (const _WidgetList_s* node = parent->getChildren(); node; node = node->next) {
         uiWidget* child = node->widget;
         if (child->isType("uiRadioButton"))
-            static_cast<uiRadioButton*>(child)->select(static_cast<uiRadioButton*>(child)->getValue() == value);
+            static_cast<uiRadioButton*>(child)->select(static_cast<uiRadioButton*>(child)->getValue() ==
+                                                       value);
         else if (!child->isType("uiRadioGroup"))
             _setValue(child, value);
     }

@@ -5,22 +5,30 @@
 #include "gfxsubsystem.h"
 #include "logger.h"
 #include "parser.h"
-#include "runtime/uidescvalue.h"
+#include "core/uidescvalue.h"
 
 UI_DEFINE_WIDGET(uiToggleButton, uiButton, "uitogglebutton.h")
 
-uiToggleButton::~uiToggleButton() { _releaseSprite(sprite2); }
+uiToggleButton::~uiToggleButton() {
+    _releaseSprite(sprite2);
+}
 
 bool uiToggleButton::setSprite2(const char* file) {
     ui::copyName(sprite2Name, file);
     return true;
 }
 
-void uiToggleButton::setToggle(bool on) { toggled = on ? 1 : 0; }
+void uiToggleButton::setToggle(bool on) {
+    toggled = on ? 1 : 0;
+}
 
-bool uiToggleButton::getToggle() const { return toggled != 0; }
+bool uiToggleButton::getToggle() const {
+    return toggled != 0;
+}
 
-void uiToggleButton::toggle() { setToggle(!getToggle()); }
+void uiToggleButton::toggle() {
+    setToggle(!getToggle());
+}
 
 // ---- description keys -------------------------------------------------------------------------------
 
@@ -31,13 +39,15 @@ void uiToggleButton::_parseParams(Parser* parser, char* key) {
     const char* token = ui::nameAfterEquals(parser, kForm);
     if (!token) return;
     // Only the first word of the value counts, cut to the length a sprite name can have.
-    while (std::isspace(static_cast<unsigned char>(*token))) ++token;
+    while (std::isspace(static_cast<unsigned char>(*token)))
+        ++token;
     char word[sizeof sprite2Name];
     std::size_t length = 0;
-    while (token[length] && !std::isspace(static_cast<unsigned char>(token[length])) && length + 1 < sizeof word)
+    while (token[length] && !std::isspace(static_cast<unsigned char>(token[length])) &&
+           length + 1 < sizeof word)
         ++length;
     if (length == 0) {
-        Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", kForm);
+        ui::logExpected(kForm);
         return;
     }
     ui::copyName(word, length + 1, token);
