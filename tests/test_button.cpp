@@ -176,7 +176,8 @@ protected:
 };
 
 TEST_F(ButtonScreen, RateFromTheDescriptionSteps) {
-    ASSERT_TRUE(load("b = uiButton\n{\n sprite = ok\n rate = 100\n flags = WF_ACTIVE | WF_VISIBLE\n}\n"));
+    ASSERT_TRUE(load(
+        "b = uiButton\n{\n sprite = ok\n rate = 100\n flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n"));
     EXPECT_EQ(frame(0), std::vector<Draw>({{0, 0, 255}}));
     EXPECT_EQ(frame(100), std::vector<Draw>({{0, 0, 255}}));
     EXPECT_EQ(frame(150), std::vector<Draw>({{0, 2, 255}})); // 250 ms: two frames, 50 kept
@@ -185,7 +186,8 @@ TEST_F(ButtonScreen, RateFromTheDescriptionSteps) {
 }
 
 TEST_F(ButtonScreen, ARateOfZeroHoldsTheFrame) {
-    ASSERT_TRUE(load("b = uiButton\n{\n sprite = ok\n rate = 0\n flags = WF_ACTIVE | WF_VISIBLE\n}\n"));
+    ASSERT_TRUE(load(
+        "b = uiButton\n{\n sprite = ok\n rate = 0\n flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n"));
     EXPECT_EQ(frame(16), std::vector<Draw>({{0, 0, 255}}));
     EXPECT_EQ(frame(5000), std::vector<Draw>({{0, 0, 255}}));
 }
