@@ -144,6 +144,7 @@ TEST_F(ToggleButton, TheSecondSpriteLivesWithActivation) {
 }
 
 TEST_F(ToggleButton, DescriptionKeys) {
+    svc.gfx.clear();
     testkit::Screen screen(
         svc, "t = uiToggleButton\n{\n sprite = off\n sprite2 = \"  on big\"\n sprite2 x\n"
              " sprite2 = \"  \"\n sprite2 =\n flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n");
