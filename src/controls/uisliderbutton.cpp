@@ -8,10 +8,9 @@
 namespace {
 
 // Thumb positions stay far inside the int range, so that x + width cannot overflow either.
-constexpr double kFarthest = 1e9;
+constexpr float kFarthest = 1e9f;
 
-int truncToPosition(double v) {
-    if (std::isnan(v)) return 0;
+int truncToPosition(float v) {
     return static_cast<int>(std::fmax(-kFarthest, std::fmin(kFarthest, v)));
 }
 
@@ -31,6 +30,7 @@ float uiSliderButton::getValue() const {
 }
 
 void uiSliderButton::setValue(float value) {
+    if (std::isnan(value)) value = 0.0f;
     const int width = rect.x2 - rect.x;
     const int half = static_cast<int>(width * 0.5f);
     const float travel = _travel();
