@@ -87,6 +87,8 @@ TEST_F(Button, ClickGoesThroughTheFocusStackToMouseUpCb) {
     // A release that ends no press is consumed without a click.
     stage.release(150, 120);
     EXPECT_EQ(clicks.seen.size(), 1u);
+    stage.keyUp(-1); // a button without a hotkey has none, whatever the key code
+    EXPECT_EQ(clicks.seen.size(), 1u);
 }
 
 TEST_F(Button, ReleasingElsewhereCancelsTheClick) {
