@@ -10,6 +10,7 @@
 #include "stringtable.h"
 #include "uiapi.h"
 #include "uibutton.h"
+#include "uidigitalbanner.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"

@@ -235,6 +235,10 @@ protected:
     static uiProgressCb _progCb;
     static void* _progClient;
 
+    // For derived classes that offer copying: every field but the tree links (parent, children, global
+    // input focus entries), which stay with their owner.
+    void _copyWidgetFields(const uiWidget& other);
+
 public:
     // Fields, in declared order.
     uiInputCb mouseOverCb = nullptr;

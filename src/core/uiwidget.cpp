@@ -29,6 +29,22 @@ void uiWidget::operator delete(void* p) noexcept {
 
 void uiWidget::operator delete(void* p, const char*, unsigned int) noexcept { operator delete(p); }
 
+void uiWidget::_copyWidgetFields(const uiWidget& other) {
+    mouseOverCb = other.mouseOverCb;
+    mouseDownCb = other.mouseDownCb;
+    mouseMoveCb = other.mouseMoveCb;
+    mouseUpCb = other.mouseUpCb;
+    keyDownCb = other.keyDownCb;
+    keyUpCb = other.keyUpCb;
+    std::memcpy(name, other.name, sizeof name);
+    rect = other.rect;
+    cbClient = other.cbClient;
+    depth = other.depth;
+    flags = other.flags;
+    inputFocusFn = other.inputFocusFn;
+    inputFocusClient = other.inputFocusClient;
+}
+
 uiWidget::~uiWidget() {
     while (children) {
         _WidgetList_s* node = children;
