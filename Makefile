@@ -5,7 +5,7 @@ LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPI
 CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev
 
-.PHONY: all deps build test test-normal test-asan clean
+.PHONY: all deps build test test-normal test-asan tsan clean
 
 all: build
 
@@ -34,7 +34,15 @@ test-asan: deps
 	cd build/asan && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  ctest --output-on-failure -j $(JOBS)
 
-test: test-normal test-asan
+# ThreadSanitizer over the tests that run threads (background loading, locks, thread-safe doubles).
+TSAN_TESTS := Thread|Loader
+tsan: deps
+	cmake -S . -B build/tsan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=thread
+	cmake --build build/tsan -j $(JOBS)
+	cd build/tsan && TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
+	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'
+
+test: test-normal test-asan tsan
 
 clean:
 	rm -rf build out

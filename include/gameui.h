@@ -9,6 +9,7 @@
 #include "soundsubsystem.h"
 #include "stringtable.h"
 #include "uiapi.h"
+#include "uibackgroundloader.h"
 #include "uibutton.h"
 #include "uidigitalbanner.h"
 #include "uigamecontainer.h"
