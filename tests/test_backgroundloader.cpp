@@ -167,6 +167,13 @@ TEST_F(BackgroundLoader, RequestsTakeTheNameAsGivenAndHandOverTheResultOnce) {
     ASSERT_NE(menu, nullptr);
     EXPECT_STREQ(menu->name, "menu");
     EXPECT_EQ(loader->getState(), 1);
+
+    // Without a subsystem there is nothing to load through.
+    g_ui = nullptr;
+    loader->loadWidget("menu.txt");
+    EXPECT_EQ(loader->getWidget(nullptr), nullptr);
+    g_ui = ui;
+    EXPECT_TRUE(svc.log.has(2, "uiBackgroundLoader: no uiSubsystem to load \"^C00FF00menu.txt^c\"\f"));
     delete loader;
     delete menu;
 }

@@ -27,12 +27,7 @@ bool uiThread::start(Entry entry, void* arg) {
 
 void uiThread::join() {
     if (!m_hasHandle) return;
-    std::thread& thread = impl()->thread;
-    // A thread cannot wait for itself (its loader deleted from its own progress callback): let it run out.
-    if (thread.get_id() == std::this_thread::get_id())
-        thread.detach();
-    else if (thread.joinable())
-        thread.join();
+    if (impl()->thread.joinable()) impl()->thread.join();
     impl()->~Impl();
     m_id = 0;
     m_hasHandle = false;
