@@ -82,6 +82,15 @@ protected:
         EXPECT_EQ(svc.gfx.liveSprites(), 0);
         EXPECT_EQ(svc.memory.outstandingBlocks(), 0) << svc.memory.report();
     }
+
+    // A loader whose worker is held by `gate` inside a load of menu.txt, at the creation of its root.
+    uiBackgroundLoader* loaderHeldInALoad(Gate& gate) {
+        uiWidget::registerProgCb(&Gate::onProgress, &gate);
+        uiBackgroundLoader* loader = new uiBackgroundLoader();
+        loader->loadWidget("menu.txt");
+        EXPECT_TRUE(gate.waitArrived());
+        return loader;
+    }
 };
 
 TEST_F(BackgroundLoader, WorkerRegistersWithTheServicesAndEndsWithTheLoader) {
@@ -201,10 +210,7 @@ TEST_F(BackgroundLoader, OwnsWhatItHoldsUntilItIsTakenOrReplaced) {
 
 TEST_F(BackgroundLoader, TerminateLetsTheRunningLoadFinishAndRefusesNewRequests) {
     Gate gate;
-    uiWidget::registerProgCb(&Gate::onProgress, &gate);
-    uiBackgroundLoader* loader = new uiBackgroundLoader();
-    loader->loadWidget("menu.txt");
-    ASSERT_TRUE(gate.waitArrived());
+    uiBackgroundLoader* loader = loaderHeldInALoad(gate);
     loader->terminate();
     EXPECT_EQ(loader->getState(), 2);
     gate.open();
@@ -222,10 +228,7 @@ TEST_F(BackgroundLoader, TerminateLetsTheRunningLoadFinishAndRefusesNewRequests)
 
 TEST_F(BackgroundLoader, ForceTerminateMakesTheRunningLoadGiveUp) {
     Gate gate;
-    uiWidget::registerProgCb(&Gate::onProgress, &gate);
-    uiBackgroundLoader* loader = new uiBackgroundLoader();
-    loader->loadWidget("menu.txt");
-    ASSERT_TRUE(gate.waitArrived());
+    uiBackgroundLoader* loader = loaderHeldInALoad(gate);
     ui->forceTerminate();
     gate.open();
     EXPECT_EQ(loader->getWidget(nullptr), nullptr);
@@ -241,10 +244,7 @@ TEST_F(BackgroundLoader, ForceTerminateMakesTheRunningLoadGiveUp) {
 
 TEST_F(BackgroundLoader, DestructionWaitsForTheRunningLoadAndDeletesItsTree) {
     Gate gate;
-    uiWidget::registerProgCb(&Gate::onProgress, &gate);
-    uiBackgroundLoader* loader = new uiBackgroundLoader();
-    loader->loadWidget("menu.txt");
-    ASSERT_TRUE(gate.waitArrived());
+    uiBackgroundLoader* loader = loaderHeldInALoad(gate);
     std::thread opener([&gate] { gate.open(); });
     delete loader; // blocks until the worker has finished the load and ended
     opener.join();

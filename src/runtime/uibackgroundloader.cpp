@@ -11,27 +11,7 @@
 #include "uisubsystem.h"
 #include "uiwidget.h"
 
-namespace {
-
-const char kThreadName[] = "^CFFFF00BackgroundLoader^c";
-
-// Holds a lock for a scope; without a lock object (a loader without worker) there is nothing to hold.
-class Guard {
-public:
-    explicit Guard(uiCriticalSection* cs) : m_cs(cs) {
-        if (m_cs) m_cs->enter();
-    }
-    ~Guard() {
-        if (m_cs) m_cs->leave();
-    }
-    Guard(const Guard&) = delete;
-    Guard& operator=(const Guard&) = delete;
-
-private:
-    uiCriticalSection* m_cs;
-};
-
-} // namespace
+constexpr char kThreadName[] = "^CFFFF00BackgroundLoader^c";
 
 void* uiBackgroundLoader::operator new(std::size_t size) noexcept {
     return g_MemoryPtr
@@ -64,7 +44,7 @@ uiBackgroundLoader::~uiBackgroundLoader() {
 
 void uiBackgroundLoader::loadWidget(const char* name) {
     {
-        Guard guard(lock);
+        uiScopedLock guard(lock);
         if (terminateRequested) return;
         state = 2;
         ui::copyName(file, name ? name : "");
@@ -105,14 +85,14 @@ void uiBackgroundLoader::_run() {
     state.compare_exchange_strong(starting, 1); // a request made meanwhile stays pending
     while (!terminateRequested) {
         {
-            Guard guard(lock);
+            uiScopedLock guard(lock);
             if (state == 2 && !terminateRequested) _loadRequested();
         }
         Platform::Sleep(500);
     }
     {
         // A request the worker will never carry out must not keep getWidget waiting.
-        Guard guard(lock);
+        uiScopedLock guard(lock);
         if (state == 2) state = 1;
     }
 
