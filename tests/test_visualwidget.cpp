@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <vector>
+#include "parser.h"
+#include "screen.h"
 #include "testkit.h"
 #include "uinonvisualwidget.h"
 #include "uisubsystem.h"
@@ -16,6 +18,16 @@ class ClickableVisual : public uiVisualWidget {
 protected:
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override {
         return uiWidget::_inputEvent(kind, x, y, key, buttonDown, handled);
+    }
+};
+
+// A game's sprite widget that refuses some sprite names.
+class PickyVisual : public uiVisualWidget {
+public:
+    static uiWidget* make() { return new PickyVisual(); }
+    const char* getType() override { return "testPickyVisual"; }
+    bool setSprite(const char* sprite, int a, int f, bool activate) override {
+        return std::string(sprite) != "forbidden" && uiVisualWidget::setSprite(sprite, a, f, activate);
     }
 };
 
@@ -316,6 +328,99 @@ TEST_F(VisualWidget, DeliversNoCallbacksOfItsOwn) {
     showAll();
     ui->inputEvent(UIE_MOUSE_DOWN, 10, 10, 0);
     EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
+    svc.gfx.defineSprite("start", 10, 20, {1, 4, 2});
+    testkit::Screen menu(svc, "menu = uiNonVisualWidget\n"
+                              "{\n"
+                              "    child start = uiVisualWidget\n"
+                              "    {\n"
+                              "        x = 5\n"
+                              "        y = 6\n"
+                              "        sprite = \"start\"\n"
+                              "        anim = 2\n"
+                              "        frame = 1\n"
+                              "        alpha = 300\n"
+                              "        tilevertcount = 2\n"
+                              "        TileHorzCount = 3\n"
+                              "        flags = WF_ALPHA_TEST | WF_VISIBLE | WF_ACTIVE\n"
+                              "    }\n"
+                              "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                              "}\n");
+    ASSERT_TRUE(menu);
+    auto* start = static_cast<uiVisualWidget*>(menu.find("start"));
+    ASSERT_NE(start, nullptr);
+    EXPECT_EQ(svc.log.count(), 0) << svc.log.dump();
+    EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 1);
+    EXPECT_EQ(start->rect.x2, 15); // sized by the sprite
+    EXPECT_EQ(start->rect.y2, 26);
+    EXPECT_EQ(start->getAlpha(), 300 % 256);
+
+    svc.gfx.clear();
+    menu->render(0, 0);
+    const std::vector<testkit::GfxCall> draws = svc.gfx.named("blt");
+    ASSERT_EQ(draws.size(), 6u);
+    EXPECT_EQ(draws[0].ints, (Ints{0, start->getSpriteId(), 5, 6, 2, 1, 44}));
+    EXPECT_EQ(draws[5].ints, (Ints{0, start->getSpriteId(), 25, 26, 2, 1, 44}));
+}
+
+TEST_F(VisualWidget, DescriptionMessagesNameWhatIsWrong) {
+    svc.gfx.defineSprite("three", 10, 10, {3});
+    if (uiWidget::getTypeId("testPickyVisual") == 0)
+        uiSubsystem::s_registerWidget("testPickyVisual", &PickyVisual::make);
+    testkit::Screen menu(svc, "menu = uiVisualWidget\n"
+                              "{\n"
+                              "    sprite \"start\"\n"
+                              "    sprite =\n"
+                              "    sprite = \"three\"\n"
+                              "    flags = WF_ACTIVE | WF_ALPHA_TEST\n"
+                              "    frame = 2\n"
+                              "    frame = 3\n"
+                              "    colour = 5\n"
+                              "    child picky = testPickyVisual\n"
+                              "    {\n"
+                              "        sprite = \"forbidden\"\n"
+                              "        sprite = \"allowed\"\n"
+                              "    }\n"
+                              "}\n");
+    ASSERT_TRUE(menu);
+    const std::string expected = "...expected: \"^C00FF00sprite = \"val\"^c\"\f";
+    std::vector<std::string> texts;
+    for (const testkit::LogEntry& e : svc.log.entries()) {
+        EXPECT_EQ(e.severity, 2) << e.text;
+        texts.push_back(e.text);
+    }
+    EXPECT_EQ(texts, (std::vector<std::string>{expected, expected, "...frame is out of animation bounds.\f",
+                                               "...[menu:9] Unknown parameter: ^C00FF00colour\f",
+                                               "...failed to create sprite: forbidden for picky\f"}));
+    auto* root = static_cast<uiVisualWidget*>(menu.root());
+    EXPECT_EQ(root->getFrame(), 3); // kept although out of bounds
+    EXPECT_STREQ(root->spriteName, "three");
+    EXPECT_STREQ(static_cast<uiVisualWidget*>(menu.find("picky"))->spriteName, "allowed");
+
+    // WF_ACTIVE named first created the sprite before the alpha test was asked for: it is not prepared,
+    // yet the hit test already asks the sprite.
+    EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 0);
+    EXPECT_TRUE(root->testBounds(2, 2));
+    EXPECT_EQ(svc.gfx.count("alphaTestSprite"), 1);
+}
+
+TEST_F(VisualWidget, ASpriteKeyReadWhileActiveWaitsForTheNextActivation) {
+    testkit::Screen menu(svc, "menu = uiVisualWidget\n"
+                              "{\n"
+                              "    sprite = \"old\"\n"
+                              "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                              "    sprite = \"new\"\n"
+                              "}\n");
+    ASSERT_TRUE(menu);
+    auto* w = static_cast<uiVisualWidget*>(menu.root());
+    EXPECT_EQ(w->getSpriteId(), -1);
+    EXPECT_EQ(svc.gfx.liveSprites(), 0);
+    w->setActive(false, true);
+    w->setActive(true, true);
+    EXPECT_EQ(svc.gfx.named("createSprite").back().text, "new");
+    EXPECT_EQ(svc.gfx.liveSprites(), 1);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // uiVisualWidget: lazy sprite, timed alpha fade, tiled and sorted drawing, alpha-tested hit test.
 #include "uivisualwidget.h"
+#include "core/uidescvalue.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -17,10 +18,8 @@ uiVisualWidget::~uiVisualWidget() {
 
 void uiVisualWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "sprite")) {
-        const char* value = parser->GetEqualsToken() ? parser->GetToken(" ") : nullptr;
-        if (!value)
-            Logger::log(2, "...expected: \"^C00FF00sprite = \"val\"^c\"\f");
-        else if (!setSprite(value, anim, frame, false))
+        const char* value = ui::nameAfterEquals(parser, "sprite = \"val\"");
+        if (value && !setSprite(value, anim, frame, false))
             Logger::log(2, "...failed to create sprite: %s for %s\f", value, name);
         return;
     }
