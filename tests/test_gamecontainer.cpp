@@ -1,11 +1,11 @@
 // Game containers: pausing freezes a whole subtree's update while it stays drawn and keeps its input.
 #include <gtest/gtest.h>
 #include <vector>
+#include "stage.h"
 #include "testkit.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
-#include "uisubsystem.h"
 
 namespace {
 
@@ -30,31 +30,25 @@ protected:
 
 struct GameScreen {
     testkit::Services svc;
-    uiSubsystem ui;
-    uiNonVisualWidget* root = new uiNonVisualWidget();
-    uiGameContainer* game = static_cast<uiGameContainer*>(uiWidget::allocWidget("game", "uiGameContainer"));
+    testkit::Stage stage;
+    uiGameContainer* game = testkit::Stage::make<uiGameContainer>("uiGameContainer", "game");
     AlphaProbe* probe = new AlphaProbe();
-    uiParticleSystem* fx = static_cast<uiParticleSystem*>(uiWidget::allocWidget("fx", "uiParticleSystem"));
-    uiWidget* hit = uiWidget::allocWidget("hit", "uiInputHandler");
+    uiParticleSystem* fx = testkit::Stage::make<uiParticleSystem>("uiParticleSystem", "fx");
+    uiWidget* hit = testkit::Stage::make("uiInputHandler", "hit");
 
     GameScreen() {
         game->rect = {0, 0, 800, 600};
         hit->rect = {100, 100, 200, 200};
-        game->addChild(probe, false);
-        game->addChild(fx, false);
-        game->addChild(hit, false);
-        root->addChild(game, false);
-        root->setWidgetStates(true, true, true, true);
+        stage.attach(game);
+        stage.attach(probe, game);
+        stage.attach(fx, game);
+        stage.attach(hit, game);
         fx->loadPsys("rain.psi");
-        ui.setTopLevelWidget(root);
     }
-    ~GameScreen() {
-        fx->releaseInstance();
-        delete root;
-    }
+    ~GameScreen() { fx->releaseInstance(); }
     float drawnParticleAlpha() {
         svc.gfx.clear();
-        ui.render(16);
+        stage.render(16);
         auto emits = svc.gfx.named("psemit");
         return emits.empty() ? -1.0f : emits[0].floats[0];
     }
@@ -67,26 +61,26 @@ TEST(GameContainer, PausingFreezesTheSubtreeButNotDrawingOrInput) {
     EXPECT_EQ(uiWidget::getTypeId("uiGameContainer"), 18);
     EXPECT_TRUE(s.game->isType("uigamecontainer") && s.game->isType("uiNonVisualWidget"));
     EXPECT_FALSE(s.game->getPaused());
-    s.ui.update(16);
+    s.stage.update(16);
     EXPECT_EQ(s.probe->updates, 1);
 
     s.game->setPaused(true);
     EXPECT_TRUE(s.game->getPaused());
     s.svc.gfx.clear();
-    s.ui.render(16);
-    s.ui.update(16);
+    s.stage.render(16);
+    s.stage.update(16);
     EXPECT_EQ(s.probe->updates, 1);
     EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 0);
     EXPECT_EQ(s.svc.gfx.count("psemit"), 1); // still drawn, at alpha 0
 
     static int clicks = 0;
     s.hit->mouseDownCb = [](uiWidget*, void*, int, int) { return ++clicks, true; };
-    s.ui.inputEvent(UIE_MOUSE_DOWN, 150, 150, 0);
+    s.stage.press(150, 150);
     EXPECT_EQ(clicks, 1);
 
     s.game->setPaused(false);
     s.svc.gfx.clear();
-    s.ui.update(16);
+    s.stage.update(16);
     EXPECT_EQ(s.probe->updates, 2);
     EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 1);
 }
@@ -115,20 +109,20 @@ TEST(GameContainer, WhilePausedAnImmediateShowFromAboveDoesNotReachTheChildren) 
     s.game->setPaused(true);
     s.probe->alphaCalls.clear();
 
-    s.root->setAlpha(255, 0, 0, true);
+    s.stage.root()->setAlpha(255, 0, 0, true);
     EXPECT_TRUE(s.probe->alphaCalls.empty());
     EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 0.0f);
 
     // A fade, a delay, or an immediate change to 0 passes.
-    s.root->setAlpha(255, 200, 0, true);
-    s.root->setAlpha(255, 0, 100, true);
-    s.root->setAlpha(0, 0, 0, true);
+    s.stage.root()->setAlpha(255, 200, 0, true);
+    s.stage.root()->setAlpha(255, 0, 100, true);
+    s.stage.root()->setAlpha(0, 0, 0, true);
     ASSERT_EQ(s.probe->alphaCalls.size(), 3u);
     EXPECT_EQ(s.probe->alphaCalls[2].alpha, 0);
 
     s.game->setPaused(false);
     s.probe->alphaCalls.clear();
-    s.root->setAlpha(255, 0, 0, true);
+    s.stage.root()->setAlpha(255, 0, 0, true);
     EXPECT_EQ(s.probe->alphaCalls.size(), 1u);
     EXPECT_FLOAT_EQ(s.drawnParticleAlpha(), 1.0f);
 }

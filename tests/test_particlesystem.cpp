@@ -2,8 +2,8 @@
 // its widget, and is restarted, stopped and released on the game's word.
 #include <gtest/gtest.h>
 #include "screen.h"
+#include "stage.h"
 #include "testkit.h"
-#include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
 #include "uisubsystem.h"
 
@@ -11,20 +11,15 @@ namespace {
 
 struct ParticleScreen {
     testkit::Services svc;
-    uiSubsystem ui;
-    uiNonVisualWidget* root = new uiNonVisualWidget();
-    uiParticleSystem* fx =
-        static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
+    testkit::Stage stage;
+    uiParticleSystem* fx = testkit::Stage::make<uiParticleSystem>("uiParticleSystem", "sparks");
 
     ParticleScreen() {
-        root->rect = {100, 100, 900, 700};
+        stage.root()->rect = {100, 100, 900, 700};
         fx->rect = {10, 20, 10, 20};
         fx->setDepth(7u);
-        root->addChild(fx, false);
-        root->setWidgetStates(true, true, true, true);
-        ui.setTopLevelWidget(root);
+        stage.attach(fx);
     }
-    ~ParticleScreen() { delete root; }
 };
 
 } // namespace
@@ -41,7 +36,7 @@ TEST(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
     EXPECT_EQ(s.svc.gfx.particleOwner(id), "sparks");
 
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     auto updates = s.svc.gfx.named("updateParticleSystem");
     ASSERT_EQ(updates.size(), 1u);
     EXPECT_EQ(updates[0].ints, (std::vector<int>{id, 110, 120}));
@@ -54,24 +49,24 @@ TEST(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
     // No fade for particles: the alpha applies from the next frame, whatever the time says.
     s.fx->setAlpha(128, 1000, 0, false);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 128.0f / 255.0f);
 
     // A parent's recursive alpha reaches the particles; WF_IGNORE_ALPHA keeps them as they are.
-    s.root->setAlpha(0, 500, 0, true);
+    s.stage.root()->setAlpha(0, 500, 0, true);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 0.0f);
     s.fx->flags |= WF_IGNORE_ALPHA;
-    s.root->setAlpha(255, 0, 0, true);
+    s.stage.root()->setAlpha(255, 0, 0, true);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_FLOAT_EQ(s.svc.gfx.named("psemit")[0].floats[0], 0.0f);
 
     // Frames allocate nothing.
     const long long before = s.svc.memory.allocations();
-    s.ui.render(16);
-    s.ui.update(16);
+    s.stage.render(16);
+    s.stage.update(16);
     EXPECT_EQ(s.svc.memory.allocations(), before);
     s.fx->releaseInstance();
 }
@@ -81,13 +76,13 @@ TEST(ParticleSystem, FlagsSwitchOffUpdateAndDrawingSeparately) {
     s.fx->loadPsys("sparks.psi");
     s.fx->flags |= UIP_DONTUPDATE;
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 0);
     EXPECT_EQ(s.svc.gfx.count("psemit"), 1);
 
     s.fx->flags = (s.fx->flags & ~UIP_DONTUPDATE) | UIP_DONTRENDER;
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_EQ(s.svc.gfx.count("updateParticleSystem"), 1);
     EXPECT_EQ(s.svc.gfx.count("psemit"), 0);
     s.fx->releaseInstance();
@@ -110,7 +105,7 @@ TEST(ParticleSystem, RestartStopDeathAndRelease) {
     // A dead instance is the owner's business: the widget neither asks nor releases, it keeps drawing.
     s.svc.gfx.setParticleDead(first, true);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_EQ(s.svc.gfx.count("particleSystemInstanceIsDead"), 0);
     EXPECT_EQ(s.svc.gfx.count("releaseParticleSystemInstance"), 0);
     EXPECT_EQ(s.svc.gfx.count("psemit"), 1);
@@ -134,7 +129,7 @@ TEST(ParticleSystem, RestartStopDeathAndRelease) {
     s.fx->reset();
     s.fx->stop();
     s.fx->releaseInstance();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_TRUE(s.svc.gfx.calls.empty());
 }
 
@@ -144,7 +139,7 @@ TEST(ParticleSystem, KeepsWhatTheServiceAnswersForAFileItCannotLoad) {
     s.fx->loadPsys("missing.psi");
     EXPECT_EQ(s.fx->getId(), -1);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     EXPECT_TRUE(s.svc.gfx.calls.empty());
     EXPECT_EQ(s.svc.log.count(), 0);
 }
@@ -154,7 +149,7 @@ TEST(ParticleSystem, WithoutAGraphicsServiceHasNoInstance) {
     gfxSubsystem* gfx = g_gfx;
     g_gfx = nullptr;
     s.fx->loadPsys("sparks.psi");
-    s.ui.render(16);
+    s.stage.render(16);
     g_gfx = gfx;
     EXPECT_EQ(s.fx->getId(), -1);
     EXPECT_TRUE(s.svc.gfx.calls.empty());

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <thread>
 #include "screen.h"
+#include "stage.h"
 #include "testkit.h"
-#include "uinonvisualwidget.h"
 #include "uiprogressbar.h"
 #include "uisubsystem.h"
 
@@ -14,27 +14,22 @@ namespace {
 
 struct BarScreen {
     testkit::Services svc;
-    uiSubsystem ui;
-    uiNonVisualWidget* root = new uiNonVisualWidget();
-    uiProgressBar* bar = nullptr;
+    testkit::Stage stage;
+    uiProgressBar* bar = testkit::Stage::make<uiProgressBar>("uiProgressBar", "load");
 
     BarScreen() {
         svc.gfx.defineSprite("bar.spr", 200, 80);
-        bar = static_cast<uiProgressBar*>(uiWidget::allocWidget("load", "uiProgressBar"));
         bar->setSprite("bar.spr", 0, 0, false);
         bar->rect = {10, 20, 210, 100}; // 200 by 80
         bar->setDepth(4u);
-        root->rect = {100, 50, 900, 650};
-        root->addChild(bar, false);
-        root->setWidgetStates(true, true, true, true);
-        ui.setTopLevelWidget(root);
+        stage.root()->rect = {100, 50, 900, 650};
+        stage.attach(bar);
     }
-    ~BarScreen() { delete root; }
 
     // One frame; the bar's draw call without depth, sprite, anim, frame and alpha.
     std::vector<int> drawn(unsigned int ms = 16) {
         svc.gfx.clear();
-        ui.render(ms);
+        stage.render(ms);
         auto blts = svc.gfx.named("blt");
         if (blts.size() != 1) return {};
         const std::vector<int>& b = blts[0].ints;
@@ -102,7 +97,7 @@ TEST(ProgressBar, DrawsTheFilledPartForEachOrientation) {
     s.bar->setFrame(3);
     s.bar->setAlpha(0, 0, 0, false);
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     auto blts = s.svc.gfx.named("blt");
     ASSERT_EQ(blts.size(), 1u);
     EXPECT_EQ(blts[0].ints, (std::vector<int>{4, s.bar->getSpriteId(), 110, 70, 100, 80, 2, 3, 0}));
@@ -110,8 +105,8 @@ TEST(ProgressBar, DrawsTheFilledPartForEachOrientation) {
     // Frames and steps allocate nothing.
     const long long before = s.svc.memory.allocations();
     s.bar->step();
-    s.ui.render(16);
-    s.ui.update(16);
+    s.stage.render(16);
+    s.stage.update(16);
     EXPECT_EQ(s.svc.memory.allocations(), before);
 }
 
@@ -119,11 +114,11 @@ TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
     BarScreen s;
     s.bar->smooth = true;
     s.bar->setValue(100, false);
-    s.ui.update(20);
+    s.stage.update(20);
     EXPECT_FLOAT_EQ(s.bar->displayValue, 10.0f);
-    s.ui.update(20);
+    s.stage.update(20);
     EXPECT_FLOAT_EQ(s.bar->displayValue, 19.0f);
-    s.ui.update(20);
+    s.stage.update(20);
     EXPECT_FLOAT_EQ(s.bar->displayValue, 27.1f);
 
     float last = s.bar->displayValue;
@@ -131,7 +126,7 @@ TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
     while (s.bar->displayValue < 100.0f && frames < 200) {
         EXPECT_FALSE(s.bar->isFull());
         last = s.bar->displayValue;
-        s.ui.update(20);
+        s.stage.update(20);
         ++frames;
     }
     EXPECT_EQ(s.bar->displayValue, 100.0f); // snapped, not crept up to
@@ -143,7 +138,7 @@ TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
     s.bar->setValue(0, false);
     float previous = 100.0f;
     for (int i = 0; i < 120; ++i) {
-        s.ui.update(20);
+        s.stage.update(20);
         EXPECT_LT(s.bar->displayValue, previous);
         EXPECT_GT(s.bar->displayValue, 0.0f);
         previous = s.bar->displayValue;
@@ -152,10 +147,10 @@ TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
 
     // A frame longer than the rate lands on the value in either direction, without overshooting.
     s.bar->rate = 10;
-    s.ui.update(20);
+    s.stage.update(20);
     EXPECT_EQ(s.bar->displayValue, 0.0f);
     s.bar->setValue(60, false);
-    s.ui.update(20);
+    s.stage.update(20);
     EXPECT_EQ(s.bar->displayValue, 60.0f);
 }
 
@@ -174,7 +169,7 @@ TEST(ProgressBar, RateZeroAndEmptyRangesDivideByNothing) {
     EXPECT_EQ(s.bar->value, 70);
     EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 0, 80}));
     for (int i = 0; i < 100 && !s.bar->isFull(); ++i)
-        s.ui.update(20);
+        s.stage.update(20);
     EXPECT_EQ(s.drawn(), (std::vector<int>{110, 70, 200, 80}));
 
     s.bar->setRange(0, 0);
@@ -231,16 +226,16 @@ TEST(ProgressBarThread, StepsFromALoaderThreadWhileFramesRun) {
     std::thread loader([&] {
         for (int i = 0; i < kSteps; ++i) {
             if (i % 100 == 0) {
-                s.ui.updateLock(true);
+                s.stage.ui().updateLock(true);
                 s.bar->step();
-                s.ui.updateLock(false);
+                s.stage.ui().updateLock(false);
             } else {
                 s.bar->delta(1);
             }
         }
     });
     for (int i = 0; i < 200; ++i)
-        s.ui.render(16);
+        s.stage.render(16);
     loader.join();
     EXPECT_EQ(s.bar->value, kSteps);
     s.bar->rate = 0;

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <string>
 #include "screen.h"
+#include "stage.h"
 #include "testkit.h"
-#include "uinonvisualwidget.h"
 #include "uisprite.h"
 #include "uisubsystem.h"
 
@@ -11,29 +11,24 @@ namespace {
 
 struct SpriteScreen {
     testkit::Services svc;
-    uiSubsystem ui;
-    uiNonVisualWidget* root = new uiNonVisualWidget();
-    uiSprite* boom = nullptr;
+    testkit::Stage stage;
+    uiSprite* boom = testkit::Stage::make<uiSprite>("uiSprite", "boom");
     testkit::RecordingGfx* gfx = &svc.gfx; // the service frames are drawn through
 
     SpriteScreen() {
         svc.gfx.defineSprite("boom.spr", 10, 20, {5, 3});
-        boom = static_cast<uiSprite*>(uiWidget::allocWidget("boom", "uiSprite"));
         boom->setSprite("boom.spr", 0, 0, false);
         boom->rect = {5, 6, 0, 0};
         boom->setDepth(3u);
-        root->addChild(boom, false);
-        root->setWidgetStates(true, true, true, true);
-        ui.setTopLevelWidget(root);
+        stage.attach(boom);
     }
-    ~SpriteScreen() { delete root; }
 
     // Runs `count` frames of `ms` and tells what each drew: "anim:frame@alpha", "-" for nothing.
     std::string play(int count, unsigned int ms) {
         std::string out;
         for (int i = 0; i < count; ++i) {
             gfx->clear();
-            ui.render(ms);
+            stage.render(ms);
             auto blts = gfx->named("blt");
             if (!out.empty()) out += ' ';
             if (blts.empty()) {
@@ -60,7 +55,7 @@ TEST(Sprite, DrawsNothingUntilItsAnimationStartsOrClearIsOff) {
     EXPECT_EQ(s.play(3, 500), "0:2@255 0:2@255 0:2@255");
 
     s.svc.gfx.clear();
-    s.ui.render(16);
+    s.stage.render(16);
     auto blts = s.svc.gfx.named("blt");
     ASSERT_EQ(blts.size(), 1u);
     EXPECT_EQ(blts[0].ints, (std::vector<int>{3, s.boom->getSpriteId(), 5, 6, 0, 2, 255}));
@@ -74,8 +69,8 @@ TEST(Sprite, StepsOneFrameWhenTheRateIsExceeded) {
 
     // At most one step per update, the excess dropped: a huge frame still moves one frame on.
     const long long before = s.svc.memory.allocations();
-    s.ui.update(5000);
-    s.ui.render(5000);
+    s.stage.update(5000);
+    s.stage.render(5000);
     EXPECT_EQ(s.svc.memory.allocations(), before); // frames allocate nothing
     EXPECT_EQ(s.play(1, 16), "0:3@255");
 }
