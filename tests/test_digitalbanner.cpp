@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 #include "bannerfixture.h"
-#include "parser.h"
+#include "screen.h"
 
 using Frames = std::vector<std::vector<std::string>>;
 
@@ -260,7 +260,7 @@ TEST_F(DigitalBannerTest, PlainPrintFormatsOnceAtTopPriority) {
     EXPECT_EQ(textsUntilEmpty(10, 3), (std::vector<std::string>{"%d%"}));
 }
 
-TEST_F(DigitalBannerTest, TypeRegistryAndDescriptionKeys) {
+TEST_F(DigitalBannerTest, RegisteredTypeAndDefaults) {
     EXPECT_EQ(uiWidget::getTypeId("uiDigitalBanner"), 14);
     uiWidget* widget = uiWidget::allocWidget("board", "uiDigitalBanner");
     ASSERT_NE(widget, nullptr);
@@ -273,24 +273,56 @@ TEST_F(DigitalBannerTest, TypeRegistryAndDescriptionKeys) {
     EXPECT_EQ(fresh->maxMessages, 1u);
     EXPECT_EQ(fresh->timeScale, 1.0f);
     delete widget;
+}
 
+TEST(DigitalBannerDescription, KeysSizeTheBoardNotTheRectangle) {
+    testkit::Services svc;
+    uiSubsystem ui;
     svc.gfx.defineFont("big", 30, 12);
     svc.gfx.failFont("nosuch");
-    std::strcpy(banner->name, "board");
-    char text[] =
-        "WIDTH = 120\nmaxmessages = 4\nfont = big\nheight = 30\nfont = nosuch\nfont\nmaxmessages = -\n";
-    Parser parser(text);
-    while (parser.ParseLine())
-        banner->_parseParams(&parser, parser.GetToken(" "));
-    EXPECT_EQ(banner->width, 120);
-    EXPECT_EQ(banner->height, 30);
-    EXPECT_EQ(banner->maxMessages, 4u);
-    EXPECT_EQ(banner->font, -1); // the failed font
-    EXPECT_EQ(banner->fontHeight, 30);
-    EXPECT_EQ(banner->charWidths['A'], 12);
-    EXPECT_EQ(banner->rect.x2, 105); // width and height are the banner's, not the rectangle's
-    EXPECT_TRUE(svc.log.has(2, "...failed to create font: nosuch for board\f")) << svc.log.dump();
+    testkit::Screen screen(svc, "board = uiDigitalBanner\n"
+                                "{\n"
+                                "    x = 30\n"
+                                "    y = 40\n"
+                                "    depth = 9\n"
+                                "    WIDTH = 120\n"
+                                "    height = 30\n"
+                                "    MaxMessages = 2\n"
+                                "    font = big\n"
+                                "    font\n"
+                                "    flags = WF_VISIBLE | WF_ACTIVE\n"
+                                "}\n");
+    ASSERT_TRUE(screen);
+    EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
     EXPECT_TRUE(svc.log.has(2, "...expected: \"^C00FF00font = \"val\"^c\"\f")) << svc.log.dump();
+    auto* board = static_cast<uiDigitalBanner*>(screen.root());
+    EXPECT_EQ(board->width, 120);
+    EXPECT_EQ(board->height, 30);
+    EXPECT_EQ(board->maxMessages, 2u);
+    EXPECT_EQ(board->fontHeight, 30);
+    EXPECT_EQ(board->charWidths['A'], 12);
+    EXPECT_EQ(board->rect.x2, 0); // the banner takes width and height for itself
+    EXPECT_EQ(board->rect.y2, 0);
+
+    // 120 wide, "GOAL" 48 wide: centred at 36; drawn in the font "big" on depth 9.
+    board->print("^P|DOWN;0;100|GOAL;0|OFF;0;0|^p");
+    ui.setTopLevelWidget(board);
+    svc.gfx.clear();
+    ui.render(50);
+    auto prints = svc.gfx.named("print");
+    ASSERT_EQ(prints.size(), 1u);
+    EXPECT_EQ(prints[0].ints, (std::vector<int>{9, board->font, 0, 0, 66, 10, 30, 255}));
+    EXPECT_EQ(prints[0].text, "GOAL");
+    svc.gfx.clear();
+    ui.render(50);
+    EXPECT_EQ(svc.gfx.named("print")[0].ints[5], 25); // half way down from one banner height above
+    ui.setTopLevelWidget(nullptr);
+
+    svc.log.clear();
+    testkit::Screen broken(svc, "ticker = uiDigitalBanner\n{\n    font = nosuch\n}\n", "ticker.txt");
+    ASSERT_TRUE(broken);
+    EXPECT_EQ(static_cast<uiDigitalBanner*>(broken.root())->font, -1);
+    EXPECT_TRUE(svc.log.has(2, "...failed to create font: nosuch for ticker\f")) << svc.log.dump();
 }
 
 TEST_F(DigitalBannerTest, CopiesTakeTheSettingsButNeverTheQueue) {
