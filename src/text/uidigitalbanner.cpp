@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include "core/uidescvalue.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -48,11 +49,8 @@ void uiDigitalBanner::_parseParams(Parser* parser, char* key) {
     if (parser->ParamEqualsInt32(key, "width", &width)) return;
     if (parser->ParamEqualsUInt32(key, "maxmessages", &maxMessages)) return;
     if (ui::equalNoCase(key, "font")) {
-        const char* value = parser->GetEqualsToken() ? parser->GetToken(" ") : nullptr;
-        if (!value)
-            Logger::log(2, "...expected: \"^C00FF00font = \"val\"^c\"\f");
-        else if (!setFont(value))
-            Logger::log(2, "...failed to create font: %s for %s\f", value, name);
+        const char* value = ui::nameAfterEquals(parser, "font = \"val\"");
+        if (value && !setFont(value)) Logger::log(2, "...failed to create font: %s for %s\f", value, name);
         return;
     }
     if (parser->ParamEqualsInt32(key, "height", &height)) return;
