@@ -1,13 +1,13 @@
-// A digital banner on a screen of its own, for the banner's test files: 100 units wide and 40 high, at
-// (5, 7) on depth 12, with the font "led" (20 high, every character 10 wide), drawn as the top-level
-// widget of the subsystem. Frames come back as the texts the banner printed.
+// A digital banner on a stage, for the banner's test files: 100 units wide and 40 high, at (5, 7) on
+// depth 12, with the font "led" (20 high, every character 10 wide). Frames come back as the texts the
+// banner printed.
 #pragma once
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
+#include "stage.h"
 #include "testkit.h"
 #include "uidigitalbanner.h"
-#include "uisubsystem.h"
 
 // Reaches the queue and the markup helpers that games deriving from the banner see.
 class BannerProbe : public uiDigitalBanner {
@@ -33,19 +33,13 @@ protected:
         banner->width = 100;
         banner->height = 40;
         banner->setFont("led");
-        banner->setWidgetStates(true, true, true, false);
-        ui.initialize(nullptr);
-        ui.setTopLevelWidget(banner);
-    }
-    ~BannerTest() override {
-        ui.setTopLevelWidget(nullptr);
-        delete banner;
+        stage.attach(banner);
     }
 
     // One frame of `ms` milliseconds; each print as "TEXT x,y clip C alpha A" in drawing order.
     std::vector<std::string> frame(unsigned int ms) {
         svc.gfx.clear();
-        ui.render(ms);
+        stage.render(ms);
         std::vector<std::string> out;
         for (const testkit::GfxCall& call : svc.gfx.named("print")) {
             EXPECT_EQ(call.ints[0], 12); // depth
@@ -71,6 +65,6 @@ protected:
     }
 
     testkit::Services svc; // first: outlives everything the test allocates
-    uiSubsystem ui;
-    BannerProbe* banner = nullptr;
+    testkit::Stage stage;
+    BannerProbe* banner = nullptr; // owned by the stage
 };
