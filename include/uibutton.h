@@ -66,6 +66,9 @@ protected:
     // layout leaves the idle state undrawn (-1).
     int _stateAnim(bool pressedLook, bool drawIdle) const;
     void _playSound(const char* sound) const;
+    // Pushes the button on the input-focus stack for the rest of a gesture; _leaveFocusStack pops it
+    // when it is on top.
+    void _enterFocusStack();
     void _leaveFocusStack();
 
     bool pressed = false;
@@ -79,6 +82,9 @@ protected:
     unsigned int animTime = 0;
     unsigned int rate = 1000;
     int lastAnim = -1;
+    // The button pushed itself and has not seen itself popped: only then does its destructor look at the
+    // stack, so that trees deleted on a loading thread never wait for the subsystem lock.
+    bool pushedFocus = false;
 
     static const char* s_clickDefault;
     static const char* s_highlightDefault;

@@ -2,6 +2,7 @@
 // stepping, sounds, hotkeys, particle systems, enabling and the description keys.
 #include <gtest/gtest.h>
 #include <memory>
+#include <thread>
 #include "screen.h"
 #include "stage.h"
 #include "testkit.h"
@@ -359,6 +360,15 @@ TEST_F(Button, DestroyingAPressedButtonTakesItOffTheFocusStack) {
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
     stage.release(150, 120); // nothing left to reach
     EXPECT_TRUE(clicks.seen.empty());
+
+    // A button that never held the pointer does not wait for the subsystem lock when it goes: trees
+    // are deleted on loading threads while a frame runs.
+    uiButton* idle = makeButton("idle", 300, 300);
+    idle->detachFromParent();
+    stage.ui().updateLock(true);
+    std::thread loader([idle] { delete idle; });
+    loader.join();
+    stage.ui().updateLock(false);
 }
 
 TEST_F(ButtonScreen, DescriptionKeysAndMessages) {

@@ -45,9 +45,9 @@ uiButton::uiButton() {
     ui::copyName(highlightSound, s_highlightDefault);
 }
 
-// A button destroyed in the middle of a press would leave a dangling top entry on the focus stack.
+// A button destroyed in the middle of a gesture would leave a dangling top entry on the focus stack.
 uiButton::~uiButton() {
-    _leaveFocusStack();
+    if (pushedFocus) _leaveFocusStack();
 }
 
 void uiButton::setDefaultSounds(const char* click, const char* highlight) {
@@ -104,8 +104,16 @@ void uiButton::_playSound(const char* sound) const {
     if (g_sound) g_sound->playSound(SOUND_TYPE_UI, sound, false, false);
 }
 
+void uiButton::_enterFocusStack() {
+    if (!g_ui) return;
+    g_ui->pushInputFocusWidget(this);
+    pushedFocus = true;
+}
+
 void uiButton::_leaveFocusStack() {
-    if (g_ui && g_ui->getInputFocusWidget() == this) g_ui->popInputFocusWidget();
+    if (!g_ui || g_ui->getInputFocusWidget() != this) return;
+    g_ui->popInputFocusWidget();
+    pushedFocus = false;
 }
 
 // ---- description keys -------------------------------------------------------------------------------
@@ -243,7 +251,7 @@ bool uiButton::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDow
     if (kind == UIE_MOUSE_DOWN) {
         if (s_frameNumber - lastClickTick <= kClickGuardFrames) return true;
         pressed = true;
-        if (g_ui) g_ui->pushInputFocusWidget(this); // the rest of the gesture comes here first
+        _enterFocusStack(); // the rest of the gesture comes here first
     } else if (kind == UIE_MOUSE_UP) {
         if (!pressed) return true;
         pressed = false;

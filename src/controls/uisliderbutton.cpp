@@ -3,7 +3,6 @@
 #include <cmath>
 #include "gfxsubsystem.h"
 #include "parser.h"
-#include "uisubsystem.h"
 
 namespace {
 
@@ -85,7 +84,7 @@ bool uiSliderButton::_inputEvent(e_uiEvent kind, int x, int y, int key, bool but
         dragX = x;
         dragY = y;
         pressed = true;
-        if (g_ui) g_ui->pushInputFocusWidget(this);
+        _enterFocusStack();
     } else if (kind == UIE_MOUSE_UP && pressed) {
         if (mouseUpCb) {
             const bool r = mouseUpCb(this, cbClient, x, y);
