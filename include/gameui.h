@@ -11,6 +11,7 @@
 #include "uiapi.h"
 #include "uibackgroundloader.h"
 #include "uibutton.h"
+#include "uidialog.h"
 #include "uidigitalbanner.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"

@@ -112,12 +112,16 @@ protected:
     _DialogStackCmd_s* m_cmdHead = nullptr;
     _DialogStackCmd_s* m_cmdTail = nullptr;
     int m_cmdCount = 0;
-    uiDialog* m_awaitingHide = nullptr;
+    DialogNode* m_awaitingHide = nullptr; // dialogs popped by a transition, hidden at the next frame
     bool m_statsEnabled = false;
     int m_statsFont = -1;
 
 private:
     void _stepFrame(unsigned int ms);
+    DialogNode* _unlinkTopDialog();
+    void _hideAwaitingDialogs(uiDialog* only);
+    bool _runDialogCmd(int kind, uiDialog* d);
+    void _freeDialogLists();
 };
 
 extern UI_API uiSubsystem* g_ui;

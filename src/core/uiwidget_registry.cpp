@@ -5,6 +5,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "uibutton.h"
+#include "uidialog.h"
 #include "uidigitalbanner.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
@@ -48,6 +49,7 @@ struct TypeTable {
         slots[12] = {"uiProgressBar", &uiProgressBar::s_allocator};
         slots[13] = {"uiParticleSystem", &uiParticleSystem::s_allocator};
         slots[14] = {"uiDigitalBanner", &uiDigitalBanner::s_allocator};
+        slots[15] = {"uiDialog", &uiDialog::s_allocator};
         slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};
     }
 };

@@ -25,12 +25,7 @@ uiSubsystem::uiSubsystem() {
 uiSubsystem::~uiSubsystem() {
     uiCriticalSection::destroy(m_lock);
     m_lock = nullptr;
-    while (m_dialogs) {
-        DialogNode* node = m_dialogs;
-        m_dialogs = node->next;
-        ui::poolDelete(uiWidget::kUIPool, node);
-    }
-    while (m_cmdHead) _removeDialogStackCmd();
+    _freeDialogLists();
     while (m_focus) {
         FocusNode* node = m_focus;
         m_focus = node->next;
