@@ -3,6 +3,7 @@
 #include <cstring>
 #include "core/uiinputhandler.h"
 #include "core/uiutil.h"
+#include "runtime/uianimdialog.h"
 #include "logger.h"
 #include "uibutton.h"
 #include "uidialog.h"
@@ -50,6 +51,7 @@ struct TypeTable {
         slots[13] = {"uiParticleSystem", &uiParticleSystem::s_allocator};
         slots[14] = {"uiDigitalBanner", &uiDigitalBanner::s_allocator};
         slots[15] = {"uiDialog", &uiDialog::s_allocator};
+        slots[16] = {"uiAnimDialog", &uiAnimDialog::s_allocator};
         slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};
     }
 };

@@ -3,6 +3,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
+#include "runtime/uidescvalue.h"
 #include "uisubsystem.h"
 
 UI_DEFINE_WIDGET(uiDialog, uiNonVisualWidget, "uidialog.h")
@@ -21,22 +22,14 @@ void uiDialog::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "tabentry")) {
         // Inside a dialog's own block the key always names an entry; the valueless form belongs to
         // the blocks of the widgets below it.
-        if (!parser->GetEqualsToken()) {
-            Logger::log(2, "...expected: \"^C00FF00tabentry = \"string\"^c\"\f");
-            return;
-        }
-        const char* path = parser->GetToken(" ");
-        if (!path) path = "";
+        const char* path = ui::nameAfterEquals(parser, "tabentry = \"string\"");
+        if (!path) return;
         if (uiWidget* w = getWidget(path, 0, true))
             addTabEntry(w);
         else
             Logger::log(2, "...tabentry: \"^C00FF00%s^c does not exist.\f", path);
     } else if (ui::equalNoCase(key, "takefocus")) {
-        if (!parser->GetEqualsToken()) {
-            Logger::log(2, "...expected: \"^C00FF00takefocus = BOOLEAN^c\"\f");
-            return;
-        }
-        m_takesFocus = _parseBoolean(parser);
+        if (ui::expectEquals(parser, "takefocus = BOOLEAN")) m_takesFocus = _parseBoolean(parser);
     } else {
         uiNonVisualWidget::_parseParams(parser, key);
     }
