@@ -1,0 +1,193 @@
+// uiDialog on its own: type identity, states and activation, the hide callback, tab entries and the
+// tab and click focus movement.
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+#include "gameui.h"
+#include "testkit.h"
+
+namespace {
+
+struct Calls {
+    std::vector<std::string> seen;
+};
+
+bool recordDown(uiWidget* w, void* client, int, int) {
+    static_cast<Calls*>(client)->seen.push_back(std::string("down ") + w->name);
+    return true;
+}
+
+bool recordKey(uiWidget* w, void* client, int key) {
+    static_cast<Calls*>(client)->seen.push_back(std::string("key ") + w->name + " " + std::to_string(key));
+    return true;
+}
+
+void recordHide(uiWidget* w, void* data) { static_cast<Calls*>(data)->seen.push_back(std::string("hide ") + w->name); }
+
+// An input handler at (x, y) of size 20 x 10 under `parent`, reporting mouse-downs and key-downs.
+uiWidget* addHandler(uiWidget* parent, const char* name, int x, int y, Calls* calls) {
+    uiWidget* w = uiWidget::allocWidget(name, "uiInputHandler");
+    w->rect = {x, y, x + 20, y + 10};
+    _WidgetMap_s map = {nullptr, nullptr, &recordDown, nullptr, nullptr, &recordKey, nullptr};
+    w->assignCallbacks(&map, calls);
+    parent->addChild(w, false);
+    w->setWidgetStates(true, true, true, true);
+    return w;
+}
+
+class DialogTest : public ::testing::Test {
+protected:
+    testkit::Services svc;
+    std::unique_ptr<uiSubsystem> ui{new uiSubsystem()};
+    std::unique_ptr<uiDialog> dialog{static_cast<uiDialog*>(uiWidget::allocWidget("dlg", "uiDialog"))};
+    Calls calls;
+
+    bool key(int code) { return dialog->inputEvent(UIE_KEY_DOWN, 0, 0, code, false, false); }
+    bool click(int x, int y) { return dialog->inputEvent(UIE_MOUSE_DOWN, x, y, 0, false, false); }
+};
+
+TEST_F(DialogTest, IsRegisteredWithItsAncestorsTypes) {
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_STREQ(dialog->getType(), "uiDialog");
+    EXPECT_TRUE(dialog->isType("UIDIALOG"));
+    EXPECT_TRUE(dialog->isType("uiNonVisualWidget"));
+    EXPECT_TRUE(dialog->isType("uiWidget"));
+    EXPECT_FALSE(dialog->isType("uiAnimDialog"));
+    EXPECT_EQ(uiWidget::getTypeId("uiDialog"), 15);
+    EXPECT_EQ(dialog->getState(), 0);
+    EXPECT_TRUE(dialog->takesFocus());
+}
+
+TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntry) {
+    uiWidget* child = addHandler(dialog.get(), "child", 0, 0, &calls);
+    child->setWidgetStates(false, false, false, true);
+    std::unique_ptr<uiWidget> game{uiWidget::allocWidget("game", "uiNonVisualWidget")};
+    ui->pushInputFocusWidget(game.get());
+
+    dialog->idle();
+    EXPECT_EQ(dialog->getState(), 1);
+    EXPECT_EQ(dialog->getLastState(), 1);
+    EXPECT_EQ(dialog->getWidgetFlags() & 7u, WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS);
+    EXPECT_EQ(child->getWidgetFlags() & 7u, WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS);
+    EXPECT_EQ(ui->getInputFocusWidget(), dialog.get()); // replaced, not pushed
+    ui->popInputFocusWidget();
+    EXPECT_EQ(ui->getInputFocusWidget(), nullptr);
+}
+
+TEST_F(DialogTest, HideDeactivatesKeepsVisibilityAndCallsBack) {
+    uiWidget* child = addHandler(dialog.get(), "child", 0, 0, &calls);
+    std::unique_ptr<uiDialog> nested{static_cast<uiDialog*>(uiWidget::allocWidget("nested", "uiDialog"))};
+    dialog->idle();
+    nested->idle();
+    uiDialog* nestedRaw = nested.release();
+    dialog->addChild(nestedRaw, false);
+    dialog->dlgHideCb(&recordHide, &calls);
+    dialog->setUserValue(42);
+
+    dialog->exit();
+    EXPECT_EQ(dialog->getState(), 0);
+    EXPECT_FALSE(dialog->setActive());
+    EXPECT_FALSE(child->setActive());
+    EXPECT_TRUE(dialog->getVisible()); // the render of its tree decides what disappears
+    EXPECT_TRUE(nestedRaw->setActive()); // dialogs keep their own states
+    EXPECT_EQ(calls.seen, std::vector<std::string>{"hide dlg"});
+    EXPECT_EQ(dialog->getUserValue(), 42);
+
+    dialog->dlgHideCb(nullptr, nullptr);
+    dialog->hide();
+    EXPECT_EQ(calls.seen.size(), 1u);
+}
+
+TEST_F(DialogTest, TabCyclesThroughTheEntriesInTheOrderAdded) {
+    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
+    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
+    uiWidget* c = addHandler(dialog.get(), "c", 0, 40, &calls);
+    dialog->setWidgetStates(true, true, true, false);
+    dialog->addTabEntry(a);
+    dialog->addTabEntry(b);
+    dialog->addTabEntry(c);
+    EXPECT_TRUE(a->getInputFocus());
+    EXPECT_FALSE(b->getInputFocus());
+    EXPECT_FALSE(c->getInputFocus());
+
+    std::vector<std::string> focused;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(key(9));
+        for (uiWidget* w : {a, b, c})
+            if (w->getInputFocus()) focused.push_back(w->name);
+    }
+    EXPECT_EQ(focused, (std::vector<std::string>{"b", "c", "a"}));
+    EXPECT_TRUE(calls.seen.empty()); // the tab never reaches the entries
+
+    // Other keys go on to the focused entry; a tab already handled is not the dialog's.
+    key(13);
+    EXPECT_EQ(calls.seen, std::vector<std::string>{"key a 13"});
+    EXPECT_FALSE(dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, true));
+    EXPECT_TRUE(a->getInputFocus());
+}
+
+TEST_F(DialogTest, TabIsConsumedEvenWithoutEntries) {
+    addHandler(dialog.get(), "child", 0, 0, &calls);
+    dialog->setWidgetStates(true, true, true, false);
+    EXPECT_TRUE(key(9));
+    EXPECT_TRUE(calls.seen.empty());
+    EXPECT_TRUE(key(32)); // the child's key callback answers
+    EXPECT_EQ(calls.seen, std::vector<std::string>{"key child 32"});
+}
+
+TEST_F(DialogTest, ClickMovesTheTabFocusToAnotherVisibleEntry) {
+    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
+    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
+    uiWidget* c = addHandler(dialog.get(), "c", 0, 40, &calls);
+    dialog->setWidgetStates(true, true, true, false);
+    dialog->addTabEntry(a);
+    dialog->addTabEntry(b);
+    dialog->addTabEntry(c);
+    c->setVisible(false, true);
+
+    EXPECT_TRUE(click(5, 25)); // on b: focus moves, and the click ends there
+    EXPECT_FALSE(a->getInputFocus());
+    EXPECT_TRUE(b->getInputFocus());
+    EXPECT_TRUE(calls.seen.empty());
+
+    click(5, 45); // on the hidden c: no move, and c takes no input
+    EXPECT_TRUE(b->getInputFocus());
+    EXPECT_FALSE(c->getInputFocus());
+
+    EXPECT_TRUE(click(5, 25)); // on the current entry: falls through to it
+    EXPECT_EQ(calls.seen, std::vector<std::string>{"down b"});
+
+    // The entries are tested in the space of their parent: a dialog moved on screen moves its entries.
+    dialog->rect = {100, 50, 300, 200};
+    EXPECT_TRUE(click(105, 55));
+    EXPECT_TRUE(a->getInputFocus());
+}
+
+TEST_F(DialogTest, ResetGivesTheFocusBackToTheCurrentEntry) {
+    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
+    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
+    dialog->addTabEntry(a);
+    dialog->addTabEntry(b);
+    dialog->setWidgetStates(true, true, true, false);
+    key(9);
+    dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
+    EXPECT_TRUE(a->getInputFocus());
+
+    dialog->reset();
+    EXPECT_FALSE(a->getInputFocus());
+    EXPECT_TRUE(b->getInputFocus());
+}
+
+TEST_F(DialogTest, TabEntryWithoutMemoryIsReportedAndLeftOut) {
+    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
+    svc.memory.failAt(1);
+    dialog->addTabEntry(a);
+    EXPECT_TRUE(svc.log.has(2, "dlg::addTabEntry(a): Out of Memory\f"));
+    EXPECT_TRUE(a->getInputFocus()); // untouched
+    dialog->setWidgetStates(true, true, true, false);
+    EXPECT_TRUE(key(9));
+    EXPECT_TRUE(a->getInputFocus());
+}
+
+} // namespace
