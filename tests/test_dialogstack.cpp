@@ -280,7 +280,7 @@ TEST_F(DialogStackTest, ADialogPushedAgainBeforeItsHideIsHiddenFirstThenEntered)
 
 TEST_F(DialogStackTest, QueueingWithoutMemoryLosesOnlyThatCommand) {
     uiDialog* d = dialog("d");
-    svc.memory.failAt(1);
+    svc.memory.failAt(0);
     ui->pushDialog(d, false);
     EXPECT_TRUE(svc.log.has(2, "_addDialogStackCmd(): Out of Memory\f"));
     ui->update(16);
@@ -290,7 +290,7 @@ TEST_F(DialogStackTest, QueueingWithoutMemoryLosesOnlyThatCommand) {
 TEST_F(DialogStackTest, AStackNodeWithoutMemoryIsTriedAgainNextFrame) {
     uiDialog* d = dialog("d");
     ui->pushDialog(d, false);
-    svc.memory.failAt(1);
+    svc.memory.failAt(0);
     ui->update(16);
     EXPECT_TRUE(svc.log.has(2, "_pushDialog(d): Out of Memory\f"));
     EXPECT_EQ(ui->topDialog(), nullptr);

@@ -4,6 +4,7 @@
 #include "core/uiinputhandler.h"
 #include "core/uiutil.h"
 #include "runtime/uianimdialog.h"
+#include "runtime/uianimwidget.h"
 #include "logger.h"
 #include "uibutton.h"
 #include "uidialog.h"
@@ -53,6 +54,7 @@ struct TypeTable {
         slots[15] = {"uiDialog", &uiDialog::s_allocator};
         slots[16] = {"uiAnimDialog", &uiAnimDialog::s_allocator};
         slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};
+        slots[19] = {"uiAnimWidget", &uiAnimWidget::s_allocator};
     }
 };
 

@@ -1,0 +1,100 @@
+// uiAnimWidget: in and out animations of a single visual widget.
+#include "runtime/uianimwidget.h"
+#include "core/uiutil.h"
+#include "parser.h"
+
+UI_DEFINE_WIDGET(uiAnimWidget, uiVisualWidget, "uianimwidget.h")
+
+uiAnimWidget::~uiAnimWidget() {
+    _releaseSprite(m_in.sprite);
+    _releaseSprite(m_out.sprite);
+}
+
+void uiAnimWidget::setAnimSound(bool out, const char* soundName) {
+    ui::copyName((out ? m_out : m_in).sound, soundName);
+}
+
+// ---- description keys -------------------------------------------------------------------------------
+
+void uiAnimWidget::_parseParams(Parser* parser, char* key) {
+    if (ui::equalNoCase(key, "AnimIn") || ui::equalNoCase(key, "AnimOut"))
+        uiAnim::parseKey(parser, parser->GetToken(" "), ui::equalNoCase(key, "AnimIn") ? m_in : m_out,
+                         &_releaseSprite);
+    else
+        uiVisualWidget::_parseParams(parser, key);
+}
+
+// ---- state hooks ------------------------------------------------------------------------------------
+
+void uiAnimWidget::setState(int state) {
+    m_lastState = m_state;
+    m_state = state;
+    m_elapsed = 0;
+    if (state == 0) {
+        setActive(false, true);
+        setInputFocus(false, true);
+    } else if (state == 2 || state == 3) {
+        setActive(true, true);
+        setVisible(true, true);
+        setInputFocus(false, true);
+    }
+}
+
+void uiAnimWidget::start(int state, const _uiAnimData_s& rec) {
+    setState(state);
+    m_startX = rect.x;
+    m_startY = rect.y;
+    uiAnim::playSound(rec);
+}
+
+void uiAnimWidget::enter() {
+    if (m_in.style == UIANIM_NONE)
+        setState(1);
+    else
+        start(2, m_in);
+}
+
+void uiAnimWidget::exit() {
+    if (m_out.style == UIANIM_NONE)
+        setState(0);
+    else
+        start(3, m_out);
+}
+
+void uiAnimWidget::idle() {
+    uiAnim::finish(m_in, this);
+}
+
+void uiAnimWidget::hide() {
+    uiAnim::finish(m_out, this);
+}
+
+void uiAnimWidget::setVisible(bool visible, bool recurse) {
+    uiWidget::setVisible(visible, false);
+    if (!recurse) return;
+    for (const _WidgetList_s* node = getChildren(); node; node = node->next)
+        if (!node->widget->isType("uiDialog")) node->widget->setVisible(visible, true);
+}
+
+// ---- update, render ---------------------------------------------------------------------------------
+
+// The visual widget's own update (its alpha fade) does not run here.
+void uiAnimWidget::_update(int, int) {
+    if (m_state != 2 && m_state != 3) {
+        if (m_lastState != m_state) setState(m_state);
+        return;
+    }
+    const bool in = m_state == 2;
+    _uiAnimData_s& rec = in ? m_in : m_out;
+    m_elapsed = uiAnim::step(m_elapsed, rec, this, m_startX, m_startY, true);
+    if (m_elapsed < rec.time) return;
+    setState(in ? 1 : 0);
+    // A Hidden entrance kept the widget invisible while it ran.
+    if (in && rec.style == UIANIM_HIDDEN) setVisible(true, true);
+}
+
+void uiAnimWidget::_render(int x, int y) {
+    const bool in = m_state == 1 || m_state == 2;
+    uiAnim::drawMask(in ? m_in : m_out, this, x, y);
+    if (m_state == 0) setVisible(false, true);
+}
