@@ -1,6 +1,7 @@
 // uiDialog on its own: type identity, states and activation, the hide callback, tab entries and the
 // tab and click focus movement.
 #include <gtest/gtest.h>
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,7 +24,9 @@ bool recordKey(uiWidget* w, void* client, int key) {
     return true;
 }
 
-void recordHide(uiWidget* w, void* data) { static_cast<Calls*>(data)->seen.push_back(std::string("hide ") + w->name); }
+void recordHide(uiWidget* w, void* data) {
+    static_cast<Calls*>(data)->seen.push_back(std::string("hide ") + w->name);
+}
 
 // An input handler at (x, y) of size 20 x 10 under `parent`, reporting mouse-downs and key-downs.
 uiWidget* addHandler(uiWidget* parent, const char* name, int x, int y, Calls* calls) {
@@ -42,6 +45,17 @@ protected:
     std::unique_ptr<uiSubsystem> ui{new uiSubsystem()};
     std::unique_ptr<uiDialog> dialog{static_cast<uiDialog*>(uiWidget::allocWidget("dlg", "uiDialog"))};
     Calls calls;
+
+    // Three handlers stacked 20 pixels apart, added as tab entries a, b, c in that order.
+    std::array<uiWidget*, 3> threeEntries() {
+        std::array<uiWidget*, 3> entries = {addHandler(dialog.get(), "a", 0, 0, &calls),
+                                            addHandler(dialog.get(), "b", 0, 20, &calls),
+                                            addHandler(dialog.get(), "c", 0, 40, &calls)};
+        dialog->setWidgetStates(true, true, true, false);
+        for (uiWidget* w : entries)
+            dialog->addTabEntry(w);
+        return entries;
+    }
 
     bool key(int code) { return dialog->inputEvent(UIE_KEY_DOWN, 0, 0, code, false, false); }
     bool click(int x, int y) { return dialog->inputEvent(UIE_MOUSE_DOWN, x, y, 0, false, false); }
@@ -89,7 +103,7 @@ TEST_F(DialogTest, HideDeactivatesKeepsVisibilityAndCallsBack) {
     EXPECT_EQ(dialog->getState(), 0);
     EXPECT_FALSE(dialog->setActive());
     EXPECT_FALSE(child->setActive());
-    EXPECT_TRUE(dialog->getVisible()); // the render of its tree decides what disappears
+    EXPECT_TRUE(dialog->getVisible());   // the render of its tree decides what disappears
     EXPECT_TRUE(nestedRaw->setActive()); // dialogs keep their own states
     EXPECT_EQ(calls.seen, std::vector<std::string>{"hide dlg"});
     EXPECT_EQ(dialog->getUserValue(), 42);
@@ -100,13 +114,7 @@ TEST_F(DialogTest, HideDeactivatesKeepsVisibilityAndCallsBack) {
 }
 
 TEST_F(DialogTest, TabCyclesThroughTheEntriesInTheOrderAdded) {
-    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
-    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
-    uiWidget* c = addHandler(dialog.get(), "c", 0, 40, &calls);
-    dialog->setWidgetStates(true, true, true, false);
-    dialog->addTabEntry(a);
-    dialog->addTabEntry(b);
-    dialog->addTabEntry(c);
+    const auto [a, b, c] = threeEntries();
     EXPECT_TRUE(a->getInputFocus());
     EXPECT_FALSE(b->getInputFocus());
     EXPECT_FALSE(c->getInputFocus());
@@ -137,13 +145,7 @@ TEST_F(DialogTest, TabIsConsumedEvenWithoutEntries) {
 }
 
 TEST_F(DialogTest, ClickMovesTheTabFocusToAnotherVisibleEntry) {
-    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
-    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
-    uiWidget* c = addHandler(dialog.get(), "c", 0, 40, &calls);
-    dialog->setWidgetStates(true, true, true, false);
-    dialog->addTabEntry(a);
-    dialog->addTabEntry(b);
-    dialog->addTabEntry(c);
+    const auto [a, b, c] = threeEntries();
     c->setVisible(false, true);
 
     EXPECT_TRUE(click(5, 25)); // on b: focus moves, and the click ends there

@@ -1,6 +1,7 @@
 // The subsystem's queued dialog stack: what each command does to the stack, the dialogs and the input
 // focus stack, when commands wait, and that nothing stalls or is left hidden too late.
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,7 +12,9 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-void logHide(uiWidget* w, void* data) { static_cast<Log*>(data)->push_back(std::string("hide ") + w->name); }
+void logHide(uiWidget* w, void* data) {
+    static_cast<Log*>(data)->push_back(std::string("hide ") + w->name);
+}
 
 class DialogStackTest : public ::testing::Test {
 protected:
@@ -38,6 +41,12 @@ protected:
         uiDialog* d = static_cast<uiDialog*>(widget(name, type));
         d->dlgHideCb(&logHide, &hides);
         return d;
+    }
+
+    // Pushes the dialogs at once, in order, and runs the frame that stacks them.
+    void stackNow(std::initializer_list<uiDialog*> dialogs) {
+        for (uiDialog* d : dialogs) ui->pushDialog(d, false);
+        ui->update(16);
     }
 
     // The focus entries above `bottom`, top first. Leaves the stack holding only `bottom`.
@@ -131,9 +140,7 @@ TEST_F(DialogStackTest, ImmediatePopComparesTheFocusBeforePopping) {
 TEST_F(DialogStackTest, ImmediateClearHidesEveryDialogTopFirst) {
     uiDialog* d1 = dialog("d1");
     uiDialog* d2 = dialog("d2");
-    ui->pushDialog(d1, false);
-    ui->pushDialog(d2, false);
-    ui->update(16);
+    stackNow({d1, d2});
     EXPECT_EQ(ui->topDialog(), d2);
     EXPECT_TRUE(ui->isDialogPushed(d1));
 
@@ -148,9 +155,7 @@ TEST_F(DialogStackTest, TransitionClearPopsOneDialogPerFrame) {
     uiDialog* d1 = dialog("d1");
     uiDialog* d2 = dialog("d2");
     uiDialog* later = dialog("later");
-    ui->pushDialog(d1, false);
-    ui->pushDialog(d2, false);
-    ui->update(16);
+    stackNow({d1, d2});
 
     ui->clearDialogStack(true);
     ui->pushDialog(later, false); // waits behind the clear
@@ -169,9 +174,7 @@ TEST_F(DialogStackTest, PopOfADialogBelowTheTopIsDropped) {
     uiDialog* d1 = dialog("d1");
     uiDialog* d2 = dialog("d2");
     uiDialog* d3 = dialog("d3");
-    ui->pushDialog(d1, false);
-    ui->pushDialog(d2, false);
-    ui->update(16);
+    stackNow({d1, d2});
     ui->popDialog(d1, true);
     ui->popDialog(d1, false);
     ui->pushDialog(d3, false);
@@ -180,7 +183,6 @@ TEST_F(DialogStackTest, PopOfADialogBelowTheTopIsDropped) {
     EXPECT_TRUE(ui->isDialogPushed(d1));
     EXPECT_EQ(d1->getState(), 1);
     EXPECT_TRUE(hides.empty());
-
 
     // Pops and clears that find the stack empty are dropped without complaint.
     ui->clearDialogStack(false);
@@ -232,7 +234,8 @@ TEST_F(DialogStackTest, MoreThanThirtyTwoCommandsWarnButNoneIsLost) {
     EXPECT_TRUE(svc.log.has(1, "DialogStackCmd queue exceeds 32 count\f"));
     ui->update(16);
     EXPECT_EQ(ui->topDialog(), dialogs.back());
-    for (uiDialog* d : dialogs) EXPECT_TRUE(ui->isDialogPushed(d)) << d->name;
+    for (uiDialog* d : dialogs)
+        EXPECT_TRUE(ui->isDialogPushed(d)) << d->name;
 }
 
 // Animated dialogs without out animation reach the exited state at once, so several transition pops can

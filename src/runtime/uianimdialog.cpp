@@ -152,41 +152,38 @@ void uiAnimDialog::setState(int state) {
     }
 }
 
-void uiAnimDialog::enter() {
-    if (m_in.style == UIANIM_NONE) {
-        setState(1);
-        return;
-    }
-    setState(2);
+// Starts the entrance (state 2) or the exit (state 3) from where the dialog and its widgets are now; an
+// entrance first puts the sub-animated widgets back at their home positions and start alphas.
+void uiAnimDialog::_start(int state, const _uiAnimData_s& rec) {
+    setState(state);
     m_startX = rect.x;
     m_startY = rect.y;
-    uiAnim::playSound(m_in);
+    uiAnim::playSound(rec);
     for (int i = 0; i < m_subAnimCount; ++i) {
         SubAnim& sub = m_subAnims[i];
         if (!sub.widget) continue;
-        sub.widget->rect.x = sub.homeX;
-        sub.widget->rect.y = sub.homeY;
-        sub.widget->setAlpha(static_cast<unsigned char>(sub.in.alphaStart), 0, 0, true);
+        if (state == 2) {
+            sub.widget->rect.x = sub.homeX;
+            sub.widget->rect.y = sub.homeY;
+            sub.widget->setAlpha(static_cast<unsigned char>(sub.in.alphaStart), 0, 0, true);
+        }
         sub.startX = sub.widget->rect.x;
         sub.startY = sub.widget->rect.y;
     }
 }
 
+void uiAnimDialog::enter() {
+    if (m_in.style == UIANIM_NONE)
+        setState(1);
+    else
+        _start(2, m_in);
+}
+
 void uiAnimDialog::exit() {
-    if (m_out.style == UIANIM_NONE) {
+    if (m_out.style == UIANIM_NONE)
         setState(4);
-        return;
-    }
-    setState(3);
-    m_startX = rect.x;
-    m_startY = rect.y;
-    uiAnim::playSound(m_out);
-    for (int i = 0; i < m_subAnimCount; ++i) {
-        SubAnim& sub = m_subAnims[i];
-        if (!sub.widget) continue;
-        sub.startX = sub.widget->rect.x;
-        sub.startY = sub.widget->rect.y;
-    }
+    else
+        _start(3, m_out);
 }
 
 void uiAnimDialog::idle() {

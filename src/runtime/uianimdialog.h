@@ -52,6 +52,7 @@ private:
     };
 
     void setState(int state);
+    void _start(int state, const _uiAnimData_s& rec);
     void _parseSubAnim(Parser* parser, bool out);
     void _mapSubAnim(Parser* parser, SubAnim& sub);
     void _allocSubAnims(int count);
