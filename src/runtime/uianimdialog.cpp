@@ -7,7 +7,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
-#include "runtime/uidescvalue.h"
+#include "core/uidescvalue.h"
 
 UI_DEFINE_WIDGET(uiAnimDialog, uiDialog, "uianimdialog.h")
 

@@ -5,7 +5,7 @@
 #include "gfxsubsystem.h"
 #include "logger.h"
 #include "parser.h"
-#include "runtime/uidescvalue.h"
+#include "core/uidescvalue.h"
 #include "soundsubsystem.h"
 
 namespace {

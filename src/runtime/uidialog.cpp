@@ -3,7 +3,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
-#include "runtime/uidescvalue.h"
+#include "core/uidescvalue.h"
 #include "uisubsystem.h"
 
 UI_DEFINE_WIDGET(uiDialog, uiNonVisualWidget, "uidialog.h")
