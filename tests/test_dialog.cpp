@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 #include "gameui.h"
+#include "screen.h"
 #include "testkit.h"
 
 namespace {
@@ -190,6 +191,63 @@ TEST_F(DialogTest, TabEntryWithoutMemoryIsReportedAndLeftOut) {
     dialog->setWidgetStates(true, true, true, false);
     EXPECT_TRUE(key(9));
     EXPECT_TRUE(a->getInputFocus());
+}
+
+// Tab entries named by path, in file order, and a dialog that leaves the focus stack alone.
+const char* const kOptions = R"(options = uiDialog
+{
+    takefocus = false
+    child music = uiInputHandler
+    {
+        y = 0
+        height = 10
+        width = 20
+    }
+    child sound = uiInputHandler
+    {
+        y = 20
+        height = 10
+        width = 20
+    }
+    tabentry = options.sound
+    tabentry = options.music
+    tabentry = options.nothere
+    tabentry options.music
+    takefocus false
+}
+)";
+
+TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
+    testkit::Screen screen(svc, kOptions);
+    auto* options = static_cast<uiDialog*>(screen.root());
+    ASSERT_NE(options, nullptr);
+    const std::vector<std::string> messages = {
+        "uiWidget::getWidget(): Unknown name: ^C0000FFoptions.nothere^c\f",
+        "...tabentry: \"^C00FF00options.nothere^c does not exist.\f",
+        "...expected: \"^C00FF00tabentry = \"string\"^c\"\f",
+        "...expected: \"^C00FF00takefocus = BOOLEAN^c\"\f",
+    };
+    std::vector<std::string> logged;
+    for (const testkit::LogEntry& entry : svc.log.entries()) {
+        EXPECT_EQ(entry.severity, 2) << entry.text;
+        logged.push_back(entry.text);
+    }
+    EXPECT_EQ(logged, messages);
+
+    EXPECT_FALSE(options->takesFocus());
+    std::unique_ptr<uiWidget> game{uiWidget::allocWidget("game", "uiNonVisualWidget")};
+    ui->pushInputFocusWidget(game.get());
+    options->idle();
+    EXPECT_EQ(ui->getInputFocusWidget(), game.get()); // left alone
+
+    options->resetTabFocus();
+    std::vector<std::string> order;
+    for (int i = 0; i < 3; ++i) {
+        for (const char* name : {"music", "sound"})
+            if (screen.find(name)->getInputFocus()) order.push_back(name);
+        options->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false);
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"sound", "music", "sound"}));
 }
 
 } // namespace

@@ -1,0 +1,550 @@
+// Animated dialogs and widgets, loaded from descriptions and driven through the subsystem: entering and
+// exiting frame by frame, masks, sub-animations, sounds, the road of a click, and their keys.
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+#include "gameui.h"
+#include "screen.h"
+#include "testkit.h"
+
+namespace {
+
+using Ints = std::vector<int>;
+using Log = std::vector<std::string>;
+
+void logHide(uiWidget* w, void* data) {
+    static_cast<Log*>(data)->push_back(std::string("hide ") + w->name);
+}
+
+class AnimDialogTest : public ::testing::Test {
+protected:
+    testkit::Services svc;
+    std::unique_ptr<uiSubsystem> ui{new uiSubsystem()};
+    Log hides;
+
+    // Loads a dialog, makes it the top-level widget and records its hides.
+    uiDialog* show(testkit::Screen& screen) {
+        uiDialog* d = static_cast<uiDialog*>(screen.root());
+        ui->setTopLevelWidget(d);
+        d->dlgHideCb(&logHide, &hides);
+        return d;
+    }
+
+    // One rendered frame; the blt calls it made, each as its seven int arguments.
+    std::vector<Ints> frame(unsigned int ms) {
+        svc.gfx.clear();
+        ui->render(ms);
+        std::vector<Ints> blts;
+        for (const testkit::GfxCall& call : svc.gfx.named("blt"))
+            blts.push_back(call.ints);
+        return blts;
+    }
+};
+
+// A menu that slides in from (0, 100) to (200, 100) with an ease-out curve, and leaves under a fading
+// mask of 2 x 3 tiles.
+const char* const kMenu = R"(menu = uiAnimDialog
+{
+    x = 0
+    y = 100
+    width = 200
+    height = 100
+    AnimIn style = BezierLerp
+    AnimIn Time = 500
+    AnimIn Loc = 200 100
+    AnimIn BezierControls = 1 1
+    AnimIn sound = slide
+    AnimOut style = SpriteMask
+    AnimOut Time = 1000
+    AnimOut Loc = 200 100
+    AnimOut AlphaStart = 255
+    AnimOut AlphaTarget = 0
+    AnimOut sprite = mask
+    AnimOut spritedepth = 5
+    AnimOut SpriteVertCount = 2
+    AnimOut SpriteHorzCount = 3
+    AnimOut sound = whoosh
+}
+)";
+
+TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrame) {
+    svc.gfx.defineSprite("mask", 16, 8);
+    testkit::Screen screen(svc, kMenu);
+    uiDialog* menu = show(screen);
+    const int mask = svc.gfx.spriteId("mask");
+    ASSERT_NE(mask, -1);
+
+    ui->pushDialog(menu, true);
+    Ints xs, states;
+    std::vector<bool> focused, idle;
+    for (int i = 0; i < 6; ++i) {
+        EXPECT_TRUE(frame(100).empty()) << "no mask while entering, frame " << i + 1;
+        xs.push_back(menu->rect.x);
+        states.push_back(menu->getState());
+        focused.push_back(menu->getInputFocus());
+        idle.push_back(ui->topDialogIsIdle(menu));
+    }
+    EXPECT_EQ(xs, (Ints{0, 97, 156, 187, 200, 200})); // t = 0, 0.2, 0.4, 0.6, 0.8, then loc
+    EXPECT_EQ(states, (Ints{2, 2, 2, 2, 1, 1}));
+    EXPECT_EQ(focused, (std::vector<bool>{false, false, false, false, false, true}));
+    EXPECT_EQ(idle, (std::vector<bool>{false, false, false, false, false, true}));
+    EXPECT_EQ(menu->rect.y, 100);
+    EXPECT_EQ(menu->getWidth(), 200);
+    EXPECT_EQ(ui->getInputFocusWidget(), menu);
+    EXPECT_EQ(svc.sound.played, Log{"slide"});
+
+    ui->popDialog(menu, true);
+    auto tiles = [&](int alpha) {
+        std::vector<Ints> expected;
+        for (int row = 0; row < 2; ++row)
+            for (int column = 0; column < 3; ++column)
+                expected.push_back({5, mask, 200 + column * 16, 100 + row * 8, 0, 0, alpha});
+        return expected;
+    };
+    EXPECT_EQ(frame(250), tiles(255));
+    EXPECT_EQ(menu->getState(), 3);
+    EXPECT_FALSE(menu->getInputFocus());
+    EXPECT_EQ(svc.sound.played, (Log{"slide", "whoosh"}));
+    EXPECT_EQ(frame(250), tiles(191));
+    EXPECT_EQ(frame(250), tiles(127));
+    EXPECT_TRUE(frame(250).empty()); // the mask finished at alpha 0 in this update
+    EXPECT_EQ(menu->getState(), 4);
+    EXPECT_TRUE(ui->isDialogPushed(menu));
+
+    EXPECT_TRUE(frame(250).empty());
+    EXPECT_FALSE(ui->isDialogPushed(menu)); // popped at the start of this frame
+    EXPECT_TRUE(hides.empty());
+    EXPECT_TRUE(menu->getVisible());
+
+    frame(250);
+    EXPECT_EQ(hides, Log{"hide menu"}); // hidden at the start of the following frame
+    EXPECT_EQ(menu->getState(), 0);
+    EXPECT_FALSE(menu->setActive());
+    EXPECT_FALSE(menu->getVisible()); // and gone from its render on
+    frame(250);
+    EXPECT_EQ(hides.size(), 1u);
+}
+
+// A confirmation dialog whose OK handler closes it: the game's click travels through the focus stack to
+// the handler, which queues the pop; the next frames play the exit and the stack hides the dialog.
+const char* const kConfirm = R"(confirm = uiAnimDialog
+{
+    width = 800
+    height = 600
+    child ok = uiInputHandler
+    {
+        x = 100
+        y = 100
+        width = 80
+        height = 30
+        flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS
+    }
+    AnimIn style = Trivial
+    AnimIn Time = 200
+    AnimOut style = Trivial
+    AnimOut Time = 300
+}
+)";
+
+struct Clicks {
+    int count = 0;
+};
+
+bool closeOnClick(uiWidget* w, void* client, int, int) {
+    ++static_cast<Clicks*>(client)->count;
+    g_ui->popDialog(static_cast<uiDialog*>(w->getRootWidget()), true);
+    return true;
+}
+
+TEST_F(AnimDialogTest, RoadOfAClickClosesTheDialog) {
+    testkit::Screen screen(svc, kConfirm);
+    uiDialog* confirm = show(screen);
+    uiWidget* ok = screen.find("ok");
+    ASSERT_NE(ok, nullptr);
+    Clicks clicks;
+    _WidgetMap_s map = {nullptr, nullptr, nullptr, &closeOnClick, nullptr, nullptr, nullptr};
+    ok->assignCallbacks(&map, &clicks);
+    auto click = [&] {
+        ui->inputEvent(UIE_MOUSE_MOVE, 120, 110, 0);
+        ui->inputEvent(UIE_MOUSE_DOWN, 120, 110, 0);
+        ui->inputEvent(UIE_MOUSE_UP, 120, 110, 0);
+    };
+
+    ui->pushDialog(confirm, true);
+    ui->render(100);
+    click(); // entering: the dialog takes no input yet
+    EXPECT_EQ(clicks.count, 0);
+    ui->render(100);
+    EXPECT_EQ(confirm->getState(), 1);
+    ui->render(100); // settles: activated and focused
+    EXPECT_TRUE(ok->getInputFocus());
+
+    click();
+    EXPECT_EQ(clicks.count, 1);
+    EXPECT_EQ(confirm->getState(), 1); // the pop is only queued
+
+    Ints states;
+    for (int i = 0; i < 5; ++i) {
+        ui->render(100);
+        states.push_back(confirm->getState());
+        if (i == 0) click(); // exiting: ignored
+    }
+    EXPECT_EQ(states, (Ints{3, 3, 4, 4, 0}));
+    EXPECT_EQ(clicks.count, 1);
+    EXPECT_EQ(hides, Log{"hide confirm"});
+    EXPECT_EQ(ui->topDialog(), nullptr);
+    EXPECT_FALSE(confirm->getVisible());
+    EXPECT_FALSE(ok->getVisible());
+}
+
+// A panel that slides in on its own curve while the dialog itself waits a shorter time; an unmapped
+// sub-animation with a long time does not hold the dialog back.
+const char* const kPanels = R"(screen = uiAnimDialog
+{
+    width = 400
+    height = 300
+    child panel = uiNonVisualWidget
+    {
+        x = 10
+        y = 20
+        width = 50
+        height = 40
+    }
+    AnimIn style = Trivial
+    AnimIn Time = 200
+    SubAnimCount = 2
+    SubAnimIn 0 widget = panel
+    SubAnimIn 0 style = BezierLerp
+    SubAnimIn 0 Time = 400
+    SubAnimIn 0 Loc = 110 20
+    SubAnimOut 0 Loc = 110 20
+    SubAnimIn 1 Time = 5000
+}
+)";
+
+TEST_F(AnimDialogTest, SubAnimationsMoveTheirWidgetsAndHoldTheDialog) {
+    testkit::Screen screen(svc, kPanels);
+    uiDialog* dialog = show(screen);
+    uiWidget* panel = screen.find("panel");
+    panel->rect.x = 70; // moved by the game; the entrance starts from where the panel was mapped
+
+    ui->pushDialog(dialog, true);
+    Ints xs, states;
+    for (int i = 0; i < 5; ++i) {
+        ui->render(100);
+        xs.push_back(panel->rect.x);
+        states.push_back(dialog->getState());
+    }
+    EXPECT_EQ(xs, (Ints{10, 11, 22, 110, 110})); // ease-in: t = 0, 0.25, 0.5, 0.75 then loc
+    EXPECT_EQ(states, (Ints{2, 2, 2, 1, 1}));
+    EXPECT_EQ(panel->rect.y, 20);
+    EXPECT_TRUE(ui->topDialogIsIdle(dialog));
+}
+
+// The Hidden style on the dialog's own record keeps it out of sight for the record's time while its
+// update keeps running, so the stack never waits forever.
+const char* const kDelayed = R"(late = uiAnimDialog
+{
+    AnimIn style = Hidden
+    AnimIn Time = 300
+    AnimOut style = Hidden
+    AnimOut Time = 200
+}
+)";
+
+TEST_F(AnimDialogTest, HiddenOnItsOwnRecordDelaysTheDialog) {
+    testkit::Screen screen(svc, kDelayed);
+    uiDialog* late = show(screen);
+    ui->pushDialog(late, true);
+    std::vector<bool> visible;
+    Ints states;
+    for (int i = 0; i < 4; ++i) {
+        ui->render(100);
+        visible.push_back(late->getVisible());
+        states.push_back(late->getState());
+    }
+    EXPECT_EQ(visible, (std::vector<bool>{false, false, false, true}));
+    EXPECT_EQ(states, (Ints{2, 2, 1, 1}));
+    EXPECT_TRUE(ui->topDialogIsIdle(late));
+
+    ui->popDialog(late, true);
+    visible.clear();
+    states.clear();
+    for (int i = 0; i < 4; ++i) {
+        ui->render(100);
+        visible.push_back(late->getVisible());
+        states.push_back(late->getState());
+    }
+    EXPECT_EQ(visible, (std::vector<bool>{false, false, false, false}));
+    EXPECT_EQ(states, (Ints{3, 4, 4, 0}));
+    EXPECT_EQ(hides, Log{"hide late"});
+}
+
+TEST_F(AnimDialogTest, WithoutStylesTheDialogEntersAndExitsAtOnce) {
+    testkit::Screen screen(svc, "plain = uiAnimDialog\n{\n    x = 30\n    AnimIn Loc = 5 6\n}\n");
+    uiDialog* plain = show(screen);
+    EXPECT_STREQ(plain->getType(), "uiAnimDialog");
+    EXPECT_TRUE(plain->isType("uiDialog"));
+    EXPECT_TRUE(plain->isType("UINONVISUALWIDGET"));
+
+    ui->pushDialog(plain, true);
+    ui->update(16);
+    EXPECT_EQ(plain->getState(), 1);
+    EXPECT_TRUE(plain->getInputFocus()); // activated at once: it did not come from entering
+    EXPECT_EQ(plain->rect.x, 30);        // entering without style does not move it
+
+    ui->popDialog(plain, false);
+    ui->update(16);
+    EXPECT_EQ(plain->getState(), 0);
+    EXPECT_EQ(plain->rect.x, 0); // hide() places it at its out location
+
+    ui->pushDialog(plain, false); // idle() places it at its in location
+    ui->update(16);
+    EXPECT_EQ(plain->rect.x, 5);
+    EXPECT_EQ(plain->rect.y, 6);
+    EXPECT_TRUE(svc.sound.played.empty());
+}
+
+// An icon that fades in from 0 to 200 while sliding from (0, 0) to (100, 0); the dialog itself has
+// nothing to animate and waits for it.
+const char* const kIcon = R"(intro = uiAnimDialog
+{
+    child icon = uiVisualWidget
+    {
+        sprite = icon
+        flags = WF_ACTIVE | WF_VISIBLE
+    }
+    AnimIn style = Trivial
+    SubAnimCount = 1
+    SubAnimIn 0 widget = icon
+    SubAnimIn 0 style = AlphaFadeWithBezierLerp
+    SubAnimIn 0 Time = 400
+    SubAnimIn 0 AlphaStart = 0
+    SubAnimIn 0 AlphaTarget = 200
+    SubAnimIn 0 Loc = 100 0
+}
+)";
+
+TEST_F(AnimDialogTest, FadingSubAnimationsLeaveTheFadeToTheirWidgets) {
+    testkit::Screen screen(svc, kIcon);
+    uiDialog* intro = show(screen);
+    ui->pushDialog(intro, true);
+    std::vector<std::pair<int, int>> drawn; // x and alpha of the icon per frame
+    Ints states;
+    for (int i = 0; i < 4; ++i) {
+        const std::vector<Ints> blts = frame(100);
+        ASSERT_EQ(blts.size(), 1u);
+        drawn.emplace_back(blts[0][2], blts[0][6]);
+        states.push_back(intro->getState());
+    }
+    EXPECT_EQ(drawn, (std::vector<std::pair<int, int>>{{0, 50}, {1, 100}, {12, 150}, {100, 200}}));
+    EXPECT_EQ(states, (Ints{2, 2, 2, 1}));
+}
+
+// Mask alphas stay within 0 to 255; a record of time 0 completes in its first update.
+const char* const kFlash = R"(flash = uiAnimDialog
+{
+    AnimIn style = SpriteMask
+    AnimIn Time = 200
+    AnimIn AlphaStart = 300
+    AnimIn AlphaTarget = 600
+    AnimIn sprite = flash
+    AnimIn SpriteVertCount = 1
+    AnimIn SpriteHorzCount = 1
+    AnimOut style = SpriteMask
+    AnimOut AlphaStart = 255
+    AnimOut sprite = flash
+    AnimOut SpriteVertCount = 1
+    AnimOut SpriteHorzCount = 1
+    AnimOut Loc = 50 60
+}
+)";
+
+TEST_F(AnimDialogTest, MaskAlphaIsClampedAndATimelessRecordEndsAtOnce) {
+    testkit::Screen screen(svc, kFlash);
+    uiDialog* flash = show(screen);
+    ui->pushDialog(flash, true);
+    Ints alphas;
+    for (int i = 0; i < 3; ++i)
+        for (const Ints& blt : frame(100))
+            alphas.push_back(blt[6]);
+    EXPECT_EQ(alphas, (Ints{255, 255, 255}));
+    EXPECT_EQ(flash->getState(), 1);
+
+    ui->popDialog(flash, true);
+    EXPECT_TRUE(frame(100).empty()); // ended at alpha target 0 within the update
+    EXPECT_EQ(flash->getState(), 4);
+    EXPECT_EQ(flash->rect.x, 50);
+    EXPECT_EQ(flash->rect.y, 60);
+}
+
+// A dialog pushed with a transition waits while the top dialog is still entering.
+TEST_F(AnimDialogTest, APushWaitsForTheTopDialogToFinishEntering) {
+    testkit::Screen screen(svc, kConfirm);
+    uiDialog* confirm = show(screen);
+    std::unique_ptr<uiDialog> popup{static_cast<uiDialog*>(uiWidget::allocWidget("popup", "uiDialog"))};
+    ui->pushDialog(confirm, true);
+    ui->pushDialog(popup.get(), true);
+    ui->update(100);
+    EXPECT_EQ(ui->topDialog(), confirm);
+    ui->update(100); // confirm finishes entering in this update, after the queue ran
+    EXPECT_EQ(confirm->getState(), 1);
+    EXPECT_EQ(ui->topDialog(), confirm);
+    ui->update(100);
+    EXPECT_EQ(ui->topDialog(), popup.get());
+    EXPECT_EQ(popup->getState(), 1);
+}
+
+const char* const kFading = R"(fader = uiAnimDialog
+{
+    child label = uiNonVisualWidget
+    {
+        flags = WF_OVERRIDE_VISIBLE
+    }
+    child logo = uiNonVisualWidget
+    {
+    }
+    AnimOut style = Trivial
+    AnimOut Time = 1000
+    SubAnimCount = 1
+    SubAnimOut 0 widget = fader.logo
+    SubAnimOut 0 style = AlphaFade
+    SubAnimOut 0 Time = 1000
+}
+)";
+
+TEST_F(AnimDialogTest, VisibilityReachesOverriddenChildrenButSparesFadingOnes) {
+    testkit::Screen screen(svc, kFading);
+    uiDialog* fader = show(screen);
+    uiWidget* label = screen.find("label");
+    uiWidget* logo = screen.find("logo");
+    fader->setVisible(true, true);
+    EXPECT_TRUE(label->getVisible()); // the override does not keep it out
+    EXPECT_TRUE(logo->getVisible());
+
+    ui->pushDialog(fader, false);
+    ui->popDialog(fader, true);
+    ui->update(16);
+    ASSERT_EQ(fader->getState(), 3);
+    fader->setVisible(false, true);
+    EXPECT_FALSE(label->getVisible());
+    EXPECT_TRUE(logo->getVisible()); // still fading out
+}
+
+TEST_F(AnimDialogTest, DescriptionMistakesAreReported) {
+    testkit::Screen screen(svc, R"(bad = uiAnimDialog
+{
+    child a = uiNonVisualWidget
+    {
+    }
+    AnimIn style BezierLerp
+    AnimIn style = Wobble
+    AnimIn Colour = 3
+    AnimIn sprite mask
+    AnimOut spritedepth
+    AnimOut sound whoosh
+    SubAnimIn 0 Time = 10
+    SubAnimCount = 1
+    SubAnimIn x widget = a
+    SubAnimOut 3 Time = 10
+    SubAnimIn 0 widget a
+    SubAnimIn 0 widget = nothere
+    SubAnimIn 0 widget = a
+    SubAnimCount = 2000000000
+}
+)");
+    ASSERT_TRUE(screen);
+    const Log expected = {
+        "...expected: \"^C00FF00style = \"val\"^c\"\f",
+        "...anim style type \"^C00FF00Wobble^c\" unknown\f",
+        "...unknown command for anim: \"^C00FF00Colour^c\"\f",
+        "...expected: \"^C00FF00sprite = val^c\"\f",
+        "...expected: \"^C00FF00spritedepth = val^c\"\f",
+        "...expected: \"^C00FF00sound = val^c\"\f",
+        "...invalid SubAnim id: 0\f",
+        "...expected: \"^C00FF00subanimin id ...^c\"\f",
+        "...invalid SubAnim id: 3\f",
+        "...expected: \"^C00FF00widget = \"val\"^c\"\f",
+        "uiWidget::getWidget(): Unknown name: ^C0000FFnothere^c\f",
+        "uiAnimDialog[^CFFFF00bad^c]: Failed to map subAnim widget: ^CFF0000nothere^c\f",
+        "uiAnimDialog(): out of memory allocating SubAnimData\f",
+    };
+    Log logged;
+    for (const auto& entry : svc.log.entries()) {
+        EXPECT_EQ(entry.severity, 2) << entry.text;
+        logged.push_back(entry.text);
+    }
+    EXPECT_EQ(logged, expected);
+}
+
+TEST_F(AnimDialogTest, MaskSpritesAreGivenBackWithTheDialog) {
+    {
+        testkit::Screen screen(svc, R"(masked = uiAnimDialog
+{
+    child a = uiNonVisualWidget
+    {
+    }
+    AnimIn sprite = inmask
+    AnimOut sprite = outmask
+    AnimOut sprite = outmask2
+    SubAnimCount = 1
+    SubAnimIn 0 widget = a
+    SubAnimIn 0 sprite = subin
+    SubAnimOut 0 sprite = subout
+    SubAnimCount = 1
+    SubAnimIn 0 sprite = again
+}
+)");
+        EXPECT_EQ(svc.gfx.liveSprites(), 3); // inmask, outmask2, again
+    }
+    EXPECT_EQ(svc.gfx.liveSprites(), 0);
+    EXPECT_EQ(svc.gfx.overReleases(), 0);
+}
+
+// An animated widget on its own: it never draws its sprite, only the mask of its current record (none
+// until it has animated), passes visibility to overridden children and gives its masks back.
+const char* const kBadge = R"(badge = uiAnimWidget
+{
+    sprite = icon
+    AnimIn style = SpriteMask
+    AnimIn sprite = glow
+    AnimIn SpriteVertCount = 1
+    AnimIn SpriteHorzCount = 1
+    AnimOut style = Wobble
+    flags = WF_ACTIVE | WF_VISIBLE
+    child label = uiNonVisualWidget
+    {
+        flags = WF_OVERRIDE_VISIBLE | WF_VISIBLE
+    }
+}
+)";
+
+TEST_F(AnimDialogTest, AnimatedWidgetDrawsMasksOnlyAndGivesThemBack) {
+    {
+        testkit::Screen screen(svc, kBadge);
+        uiWidget* badge = screen.root();
+        ASSERT_NE(badge, nullptr);
+        EXPECT_STREQ(badge->getType(), "uiAnimWidget");
+        EXPECT_TRUE(badge->isType("uivisualwidget"));
+        EXPECT_FALSE(badge->isType("uiDialog"));
+        EXPECT_EQ(uiWidget::getTypeId("uiAnimWidget"), 19);
+        EXPECT_EQ(uiWidget::getTypeId("uiAnimDialog"), 16);
+        EXPECT_TRUE(svc.log.has(2, "...anim style type \"^C00FF00Wobble^c\" unknown\f"));
+        EXPECT_NE(static_cast<uiVisualWidget*>(badge)->getSpriteId(), -1);
+
+        ui->setTopLevelWidget(badge);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_TRUE(frame(100).empty());
+        EXPECT_TRUE(badge->getVisible());
+
+        uiWidget* label = screen.find("label");
+        badge->setVisible(false, true);
+        EXPECT_FALSE(label->getVisible());
+        EXPECT_EQ(svc.gfx.liveSprites(), 2); // icon and glow
+    }
+    EXPECT_EQ(svc.gfx.liveSprites(), 0);
+}
+
+} // namespace
