@@ -182,6 +182,28 @@ TEST_F(DialogTest, ResetGivesTheFocusBackToTheCurrentEntry) {
     EXPECT_TRUE(b->getInputFocus());
 }
 
+TEST_F(DialogTest, ResetRestartsEveryParticleSystemBelowTheDialog) {
+    uiWidget* panel = uiWidget::allocWidget("panel", "uiNonVisualWidget");
+    dialog->addChild(panel, false);
+    auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
+    auto* smoke = static_cast<uiParticleSystem*>(uiWidget::allocWidget("smoke", "uiParticleSystem"));
+    dialog->addChild(sparks, false);
+    panel->addChild(smoke, false);
+    sparks->loadPsys("sparks.psi");
+    smoke->loadPsys("smoke.psi");
+    svc.gfx.clear();
+
+    dialog->reset();
+    std::vector<std::vector<int>> events;
+    for (const testkit::GfxCall& call : svc.gfx.named("addEvent"))
+        events.push_back(call.ints);
+    // Children newest first: the sparks, then the panel and the smoke in it.
+    EXPECT_EQ(events, (std::vector<std::vector<int>>{{4, 0, sparks->getId(), 0}, {4, 0, smoke->getId(), 0}}));
+    EXPECT_NE(smoke->getId(), sparks->getId());
+    sparks->releaseInstance();
+    smoke->releaseInstance();
+}
+
 TEST_F(DialogTest, TabEntryWithoutMemoryIsReportedAndLeftOut) {
     uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
     svc.memory.failAt(0);

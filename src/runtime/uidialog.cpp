@@ -3,6 +3,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
+#include "uiparticlesystem.h"
 #include "core/uidescvalue.h"
 #include "uisubsystem.h"
 
@@ -76,6 +77,7 @@ void uiDialog::dlgHideCb(uiDialogHideCb callback, void* data) {
 void uiDialog::_resetParticleSystems(uiWidget* root) {
     for (const _WidgetList_s* node = root->getChildren(); node; node = node->next) {
         uiWidget* child = node->widget;
+        if (child->isType("uiParticleSystem")) static_cast<uiParticleSystem*>(child)->reset();
         _resetParticleSystems(child);
     }
 }
