@@ -8,6 +8,7 @@
 //
 // Description keys handled here: see docs/description-format.md.
 #pragma once
+#include <atomic>
 #include <cstddef>
 #include "uiapi.h"
 
@@ -212,7 +213,7 @@ public:
     static unsigned int s_iDeltaTime;
     static float s_fDeltaTime;
     static unsigned long long s_frameNumber;
-    static bool s_terminate;
+    static std::atomic<bool> s_terminate; // written by the game's thread, read by loading threads
     static bool s_dynamicLoading;
 
 protected:

@@ -10,7 +10,7 @@
 unsigned int uiWidget::s_iDeltaTime = 0;
 float uiWidget::s_fDeltaTime = 0.0f;
 unsigned long long uiWidget::s_frameNumber = 0;
-bool uiWidget::s_terminate = false;
+std::atomic<bool> uiWidget::s_terminate{false};
 bool uiWidget::s_dynamicLoading = true;
 uiProgressCb uiWidget::_progCb = nullptr;
 void* uiWidget::_progClient = nullptr;
