@@ -79,8 +79,10 @@ TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrame) {
     ui->pushDialog(menu, true);
     Ints xs, states;
     std::vector<bool> focused, idle;
+    long long stacked = 0; // allocations once the push has made its stack and focus entries
     for (int i = 0; i < 6; ++i) {
         EXPECT_TRUE(frame(100).empty()) << "no mask while entering, frame " << i + 1;
+        if (i == 0) stacked = svc.memory.allocations();
         xs.push_back(menu->rect.x);
         states.push_back(menu->getState());
         focused.push_back(menu->getInputFocus());
@@ -94,8 +96,10 @@ TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrame) {
     EXPECT_EQ(menu->getWidth(), 200);
     EXPECT_EQ(ui->getInputFocusWidget(), menu);
     EXPECT_EQ(svc.sound.played, Log{"slide"});
+    EXPECT_EQ(svc.memory.allocations(), stacked); // entering allocates nothing
 
     ui->popDialog(menu, true);
+    const long long queued = svc.memory.allocations();
     auto tiles = [&](int alpha) {
         std::vector<Ints> expected;
         for (int row = 0; row < 2; ++row)
@@ -125,6 +129,7 @@ TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrame) {
     EXPECT_FALSE(menu->getVisible()); // and gone from its render on
     frame(250);
     EXPECT_EQ(hides.size(), 1u);
+    EXPECT_EQ(svc.memory.allocations(), queued); // exiting, popping and hiding allocate nothing
 }
 
 // A confirmation dialog whose OK handler closes it: the game's click travels through the focus stack to

@@ -45,7 +45,8 @@ protected:
 
     // Pushes the dialogs at once, in order, and runs the frame that stacks them.
     void stackNow(std::initializer_list<uiDialog*> dialogs) {
-        for (uiDialog* d : dialogs) ui->pushDialog(d, false);
+        for (uiDialog* d : dialogs)
+            ui->pushDialog(d, false);
         ui->update(16);
     }
 
@@ -319,6 +320,19 @@ TEST_F(DialogStackTest, DestroyingTheSubsystemFreesQueueStackAndPendingHides) {
     ui.reset();
     owned.clear();
     EXPECT_EQ(svc.memory.outstandingBlocks(9), 0);
+}
+
+// A subsystem as a game might extend it, reaching the stack's own pop.
+struct ExtendedSubsystem : uiSubsystem {
+    using uiSubsystem::_popDialog;
+};
+
+TEST(DialogStack, PoppingAnEmptyStackIsReported) {
+    testkit::Services svc;
+    std::unique_ptr<ExtendedSubsystem> ui{new ExtendedSubsystem()};
+    ui->_popDialog();
+    EXPECT_TRUE(svc.log.has(2, "_popDialog(): Stack underflow\f"));
+    EXPECT_EQ(ui->topDialog(), nullptr);
 }
 
 } // namespace
