@@ -11,6 +11,7 @@
 #include "parser.h"
 #include "screen.h"
 #include "testkit.h"
+#include "uidialog.h"
 #include "uinonvisualwidget.h"
 #include "uisubsystem.h"
 #include "uiwidget.h"
@@ -500,4 +501,44 @@ TEST_F(Description, NestingDeeperThan256LevelsIsRefused) {
     EXPECT_TRUE(
         svc.log.has(2, "...[f127.txt:3] nesting deeper than 256 levels: ^C00FF00f128.txt^c skipped\f"));
     EXPECT_EQ(svc.files.opens("f128.txt"), 0);
+}
+
+TEST_F(Description, TabentryJoinsTheTabOrderOfEveryDialogAbove) {
+    testkit::Screen screen(svc, "dlg = uiDialog\n"
+                                "{\n"
+                                "    child panel = uiNonVisualWidget\n"
+                                "    {\n"
+                                "        child a = uiInputHandler\n"
+                                "        {\n"
+                                "            tabentry\n"
+                                "        }\n"
+                                "        child b = uiInputHandler\n"
+                                "        {\n"
+                                "            TABENTRY\n"
+                                "        }\n"
+                                "        child c = uiInputHandler\n"
+                                "        {\n"
+                                "        }\n"
+                                "    }\n"
+                                "}\n");
+    auto* dialog = static_cast<uiDialog*>(screen.root());
+    ASSERT_NE(dialog, nullptr);
+    // The first entry starts with the tab focus.
+    EXPECT_TRUE(screen.find("panel.a")->getInputFocus());
+    EXPECT_FALSE(screen.find("panel.b")->getInputFocus());
+
+    dialog->idle();
+    dialog->resetTabFocus();
+    std::string order;
+    for (int i = 0; i < 3; ++i) {
+        for (const char* name : {"a", "b", "c"})
+            if (screen.find((std::string("panel.") + name).c_str())->getInputFocus()) order += name;
+        dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false);
+    }
+    EXPECT_EQ(order, "acbcac") << "c keeps its focus and is not in the tab order";
+
+    // Without a dialog above it the key does nothing.
+    testkit::Screen plain(svc, "p = uiNonVisualWidget\n{\n    tabentry\n}\n", "plain.txt");
+    EXPECT_TRUE(plain);
+    EXPECT_EQ(svc.log.count(), 0);
 }

@@ -5,6 +5,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
+#include "uidialog.h"
 #include "uiwidget.h"
 
 namespace {
@@ -57,6 +58,10 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
         return;
     }
     if (ui::equalNoCase(key, "tabentry")) {
+        // The valueless form: this widget joins the tab order of every dialog above it (the parent
+        // pointer is already set while the block is read).
+        for (uiWidget* w = parent; w; w = w->parent)
+            if (w->isType("uiDialog")) static_cast<uiDialog*>(w)->addTabEntry(this);
         return;
     }
     if (ui::equalNoCase(key, "child")) {
