@@ -7,6 +7,7 @@
 #include "stage.h"
 #include "testkit.h"
 #include "uibutton.h"
+#include "uidialog.h"
 
 namespace {
 
@@ -349,6 +350,46 @@ TEST_F(Button, OutOfMemory) {
     svc.memory.failAt(0);
     EXPECT_EQ(uiWidget::allocWidget("b", "uiButton"), nullptr);
     EXPECT_TRUE(svc.log.has(2, "...Out of memory allocating widget: b of type uiButton\f"));
+}
+
+bool closeDialog(uiWidget*, void* dialog, int, int) {
+    g_ui->popDialog(static_cast<uiDialog*>(dialog), true);
+    return true;
+}
+
+TEST_F(Button, AClickInADialogClosesItAtTheNextFrame) {
+    auto* menu = testkit::Stage::make<uiDialog>("uiDialog", "menu");
+    menu->rect = {50, 50, 750, 550};
+    stage.root()->addChild(menu, false);
+    uiButton* close = makeButton("close", 100, 100);
+    close->detachFromParent();
+    menu->addChild(close, false);
+    _WidgetMap_s map{nullptr, nullptr, nullptr, &closeDialog, nullptr, nullptr, nullptr};
+    close->assignCallbacks(&map, menu);
+    auto drawnAt150 = [this] {
+        svc.gfx.clear();
+        stage.render(16);
+        int n = 0;
+        for (const testkit::GfxCall& c : svc.gfx.named("blt"))
+            n += c.ints[2] == 150;
+        return n;
+    };
+    stage.ui().pushDialog(menu, false);
+    EXPECT_EQ(drawnAt150(), 1);
+    ASSERT_EQ(stage.ui().getInputFocusWidget(), menu);
+
+    stage.click(200, 170); // the button lies at (150, 150) on the screen
+    EXPECT_EQ(svc.sound.played.back(), "click");
+    EXPECT_TRUE(stage.ui().isDialogPushed(menu)); // the pop waits for the next frame
+    EXPECT_EQ(stage.ui().getInputFocusWidget(), menu);
+
+    stage.render(16);
+    EXPECT_FALSE(stage.ui().isDialogPushed(menu));
+    EXPECT_EQ(menu->getState(), 0);
+    svc.gfx.clear();
+    stage.render(16);
+    for (const testkit::GfxCall& c : svc.gfx.named("blt"))
+        EXPECT_NE(c.ints[2], 150);
 }
 
 TEST_F(Button, DestroyingAPressedButtonTakesItOffTheFocusStack) {
