@@ -3,7 +3,8 @@ JOBS ?= $(shell nproc)
 GENERATOR := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
 CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
-DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev
+DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
+  libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core
 
 .PHONY: all deps build test test-normal test-asan tsan clean
 
@@ -37,7 +38,7 @@ test-asan: deps
 # ThreadSanitizer over the tests that run threads (background loading, locks, thread-safe doubles).
 TSAN_TESTS := Thread|Loader
 tsan: deps
-	cmake -S . -B build/tsan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=thread
+	cmake -S . -B build/tsan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=thread -DGAMEUI_SDL=OFF
 	cmake --build build/tsan -j $(JOBS)
 	cd build/tsan && TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
 	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'
