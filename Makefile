@@ -6,7 +6,7 @@ CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core
 
-.PHONY: all deps build test test-normal test-asan tsan clean
+.PHONY: all deps build test test-normal test-asan tsan bench bench-deps clean
 
 all: build
 
@@ -44,6 +44,25 @@ tsan: deps
 	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'
 
 test: test-normal test-asan tsan
+
+# Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
+# in Release, runs every program and writes out/bench/results.{md,json}. Timings are only as quiet as the
+# machine: run it alone.
+BENCH_PACKAGES := libbenchmark-dev libcegui-mk2-dev libmygui-dev
+BENCH_ARGS ?= --benchmark_min_time=0.2
+bench-deps:
+	@$(MAKE) --no-print-directory deps DEB_PACKAGES="$(DEB_PACKAGES) $(BENCH_PACKAGES)"
+
+bench: bench-deps
+	cmake -S . -B build/bench $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF
+	cmake --build build/bench -j $(JOBS)
+	mkdir -p out/bench/data
+	rm -f out/bench/bench_*.json out/bench/memory_*.json
+	for p in build/bench/bench/memory_*; do "$$p" out/bench/data > out/bench/$$(basename $$p).json; done
+	for p in build/bench/bench/bench_*; do BENCH_DATA=out/bench/data "$$p" $(BENCH_ARGS) \
+	  --benchmark_out=out/bench/$$(basename $$p).json --benchmark_out_format=json; done
+	python3 bench/report.py out/bench
+	@echo "results: out/bench/results.md, out/bench/results.json"
 
 clean:
 	rm -rf build out

@@ -102,6 +102,7 @@ protected:
     bool m_altDown = false;
     uiWidget* m_topLevel = nullptr;
     FocusNode* m_focus = nullptr;
+    FocusNode* m_spareFocus = nullptr; // popped entries kept for the next push: input allocates nothing
     uiWidget* m_visible = nullptr;
     uiWidget* m_active = nullptr;
     uiWidget* m_cursor = nullptr;

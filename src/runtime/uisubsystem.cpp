@@ -26,11 +26,12 @@ uiSubsystem::~uiSubsystem() {
     uiCriticalSection::destroy(m_lock);
     m_lock = nullptr;
     _freeDialogLists();
-    while (m_focus) {
-        FocusNode* node = m_focus;
-        m_focus = node->next;
-        ui::poolDelete(uiWidget::kUIPool, node);
-    }
+    for (FocusNode* list : {m_focus, m_spareFocus})
+        while (list) {
+            FocusNode* node = list;
+            list = node->next;
+            ui::poolDelete(uiWidget::kUIPool, node);
+        }
     if (g_ui == this) g_ui = nullptr;
 }
 
@@ -159,7 +160,11 @@ uiWidget* uiSubsystem::getInputFocusWidget() {
 
 void uiSubsystem::pushInputFocusWidget(uiWidget* w) {
     uiScopedLock lock(m_lock);
-    FocusNode* node = UI_POOL_NEW(FocusNode, uiWidget::kUIPool);
+    FocusNode* node = m_spareFocus;
+    if (node)
+        m_spareFocus = node->next;
+    else
+        node = UI_POOL_NEW(FocusNode, uiWidget::kUIPool);
     if (!node) {
         Logger::log(2, "uiSubsystem::pushInputFocusWidget(%s): Out of Memory\f", w ? w->name : "null");
         return;
@@ -174,7 +179,8 @@ void uiSubsystem::popInputFocusWidget() {
     if (!m_focus) return;
     FocusNode* node = m_focus;
     m_focus = node->next;
-    ui::poolDelete(uiWidget::kUIPool, node);
+    node->next = m_spareFocus;
+    m_spareFocus = node;
 }
 
 // ---- cursor -----------------------------------------------------------------------------------------

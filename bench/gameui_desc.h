@@ -1,0 +1,13 @@
+// Scenes written as gameui UI descriptions.
+#pragma once
+#include <string>
+#include "scene.h"
+
+namespace bench {
+
+std::string gameuiDescription(const Scene& scene);
+std::string gameuiName(int node); // "screen" for the root, "w<node>" below
+// The dotted path from the root to `node`, as uiWidget::getWidget takes it.
+std::string gameuiPath(const std::vector<Node>& nodes, int node);
+
+} // namespace bench

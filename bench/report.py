@@ -1,0 +1,91 @@
+#!/usr/bin/env python3
+"""Merges the benchmark outputs in a directory (bench_*.json from Google Benchmark, memory_*.json from the
+memory programs) into results.json and results.md: one row per operation and scene, one column per
+library, and the ratios gameui/peer (below 1: gameui is cheaper)."""
+import json, os, platform, subprocess, sys, time
+
+LIBS = ["gameui", "cegui", "mygui"]
+UNITS = {"load": "µs/widget", "load_mbs": "MB/s", "frame": "ns/widget", "frame_half_hidden": "ns/widget",
+         "frame_dirty": "ns/widget", "move": "ns/event", "click": "ns/event", "move_focus": "ns/event",
+         "click_focus": "ns/event", "getwidget": "ns/call", "trace": "ns/call"}
+TO_NS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def figures(bench):
+    lib, op, scene = bench["name"].split("/", 2)
+    ns = bench["real_time"] * TO_NS[bench["time_unit"]]
+    if op == "load":
+        yield lib, "load", scene, ns / 1e3 / bench["widgets"]
+        if "bytes_per_second" in bench:
+            yield lib, "load_mbs", scene, bench["bytes_per_second"] / 1e6
+    elif op.startswith("frame"):
+        yield lib, op, scene, ns / bench["widgets"]
+    elif "events" in bench:
+        yield lib, op, scene, ns / bench["events"]
+    else:
+        yield lib, op, scene, ns
+
+
+def machine():
+    cpu = platform.processor()
+    try:
+        for line in open("/proc/cpuinfo"):
+            if line.startswith("model name"):
+                cpu = line.split(":", 1)[1].strip()
+                break
+    except OSError:
+        pass
+    return {"cpu": cpu, "cores": os.cpu_count(), "system": platform.platform(),
+            "load_average": os.getloadavg(), "date": time.strftime("%Y-%m-%d %H:%M UTC", time.gmtime())}
+
+
+def main(directory):
+    rows = {}
+    for name in sorted(os.listdir(directory)):
+        if name.startswith("bench_") and name.endswith(".json"):
+            for bench in json.load(open(os.path.join(directory, name)))["benchmarks"]:
+                for lib, op, scene, value in figures(bench):
+                    rows.setdefault((op, scene), {})[lib] = value
+    memory = {}
+    for lib in LIBS:
+        path = os.path.join(directory, "memory_%s.json" % lib)
+        if os.path.exists(path):
+            memory[lib] = json.load(open(path))
+
+    result = {"machine": machine(), "rows": [{"operation": op, "scene": scene, "unit": UNITS.get(op, ""),
+                                              **values} for (op, scene), values in rows.items()],
+              "memory": memory}
+    json.dump(result, open(os.path.join(directory, "results.json"), "w"), indent=1)
+
+    m = result["machine"]
+    out = ["# gameui benchmark results", "",
+           "%s, %s cores, %s; load average at the end %.2f; %s." %
+           (m["cpu"], m["cores"], m["system"], m["load_average"][0], m["date"]), "",
+           "Ratios are gameui/peer: below 1 gameui is cheaper (0.05 = 20 times cheaper); MB/s is the other "
+           "way round.", "",
+           "| operation | scene | unit | gameui | CEGUI | MyGUI | gameui/CEGUI | gameui/MyGUI |",
+           "|---|---|---|---:|---:|---:|---:|---:|"]
+    fmt = lambda v: "" if v is None else ("%.3g" % v if v < 100 else "%.0f" % v)
+    for (op, scene), v in rows.items():
+        g = v.get("gameui")
+        ratio = lambda peer: fmt(g / v[peer]) if g is not None and v.get(peer) else ""
+        out.append("| %s | %s | %s | %s | %s | %s | %s | %s |" % (op, scene, UNITS.get(op, ""), fmt(g),
+                   fmt(v.get("cegui")), fmt(v.get("mygui")), ratio("cegui"), ratio("mygui")))
+    out += ["", "## Memory", "",
+            "| library | scene | bytes/widget (heap) | bytes/widget (library's count) | allocations/frame | "
+            "allocations/event | allocations/event through the focus stack |", "|---|---|---:|---:|---:|---:|---:|"]
+    for lib, data in memory.items():
+        for scene, s in data.get("scenes", {}).items():
+            out.append("| %s | %s | %.0f | %s | %s | %s | %s |" % (
+                lib, scene, s["heap_bytes_per_widget"], fmt(s.get("bytes_per_widget")),
+                fmt(s.get("allocs_per_frame")), fmt(s.get("allocs_per_event")),
+                fmt(s.get("allocs_per_event_focus"))))
+    if "gameui" in memory:
+        out += ["", "## gameui: bytes per widget of each type (the object alone)", "",
+                "| type | bytes |", "|---|---:|"]
+        out += ["| %s | %d |" % kv for kv in memory["gameui"]["bytes_per_type"].items()]
+    open(os.path.join(directory, "results.md"), "w").write("\n".join(out) + "\n")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1] if len(sys.argv) > 1 else ".")
