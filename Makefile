@@ -54,7 +54,7 @@ bench-deps:
 	@$(MAKE) --no-print-directory deps DEB_PACKAGES="$(DEB_PACKAGES) $(BENCH_PACKAGES)"
 
 bench: bench-deps
-	cmake -S . -B build/bench $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF
+	cmake -S . -B build/bench $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF
 	cmake --build build/bench -j $(JOBS)
 	mkdir -p out/bench/data
 	rm -f out/bench/bench_*.json out/bench/memory_*.json
