@@ -6,7 +6,7 @@ CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core
 
-.PHONY: all deps build test test-normal test-asan tsan bench bench-deps clean
+.PHONY: all deps build demo test test-normal test-asan tsan bench bench-deps clean
 
 all: build
 
@@ -25,6 +25,10 @@ deps:
 build: deps
 	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
 	cmake --build build/normal -j $(JOBS)
+
+# Runs the example screens off screen with their scripted sessions; frames go to out/demo/<example>/.
+demo: build
+	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview
 
 test-normal: build
 	cd build/normal && ctest --output-on-failure -j $(JOBS)

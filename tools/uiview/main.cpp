@@ -1,0 +1,202 @@
+// uiview: loads a UI description and runs it on the SDL services, in a window or off screen.
+#include <unistd.h>
+#include <cstdio>
+#include <string>
+#include <vector>
+#include "colourlog.h"
+#include "options.h"
+#include "script.h"
+#include "sdlgfx.h"
+#include "sdlinput.h"
+#include "sdlsound.h"
+#include "uidialog.h"
+#include "uiprogressbar.h"
+#include "uisubsystem.h"
+#include "uiwidget.h"
+
+namespace {
+
+struct Session {
+    uiSubsystem* ui;
+    uiWidget* root;
+    bool quit = false;
+    int actions = 0;
+};
+
+struct BoundAction {
+    Session* session;
+    ClickAction action;
+};
+
+bool onClick(uiWidget*, void* client, int, int) {
+    auto* bound = static_cast<BoundAction*>(client);
+    Session& s = *bound->session;
+    ++s.actions;
+    if (bound->action.verb == "quit")
+        s.quit = true;
+    else if (bound->action.verb == "pop")
+        s.ui->popDialog(s.ui->topDialog(), true);
+    else if (uiWidget* d = s.root->getWidget(bound->action.dialog.c_str(), 0, true))
+        if (d->isType("uiDialog")) s.ui->pushDialog(static_cast<uiDialog*>(d), true);
+    return true;
+}
+
+void bindActions(std::vector<BoundAction>& bound) {
+    for (BoundAction& b : bound) {
+        uiWidget* w = b.session->root->getWidget(b.action.widget.c_str(), 0, true);
+        if (!w) continue;
+        _WidgetMap_s map{};
+        map.mouseUpCb = onClick;
+        w->assignCallbacks(&map, &b);
+    }
+}
+
+void sendScripted(const ScriptEvent& e, uiSubsystem& ui) {
+    const int mx = ui.getMousePositionX(), my = ui.getMousePositionY();
+    switch (e.kind) {
+    case ScriptEvent::Move:
+        ui.inputEvent(UIE_MOUSE_MOVE, e.x, e.y, 0);
+        break;
+    case ScriptEvent::Down:
+        ui.inputEvent(UIE_MOUSE_DOWN, e.x, e.y, 0);
+        break;
+    case ScriptEvent::Up:
+        ui.inputEvent(UIE_MOUSE_UP, e.x, e.y, 0);
+        break;
+    case ScriptEvent::Key:
+        ui.inputEvent(UIE_KEY_DOWN, mx, my, e.key);
+        ui.inputEvent(UIE_KEY_UP, mx, my, e.key);
+        break;
+    case ScriptEvent::Char:
+        ui.inputEvent(UIE_CHAR, mx, my, e.key);
+        break;
+    case ScriptEvent::Png:
+        break;
+    }
+}
+
+// Runs the frames off screen; returns the number of pictures saved.
+int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, SdlGfx& gfx, Session& s) {
+    bool marked = false; // with png lines in the script only those frames are saved
+    for (const ScriptEvent& e : events)
+        marked |= e.kind == ScriptEvent::Png;
+    size_t next = 0;
+    int saved = 0;
+    for (int frame = 0; frame < o.frames && !s.quit; ++frame) {
+        const unsigned int now = static_cast<unsigned int>(frame * o.ms);
+        bool save = !marked;
+        for (; next < events.size() && events[next].time <= now; ++next) {
+            save |= events[next].kind == ScriptEvent::Png;
+            sendScripted(events[next], *s.ui);
+        }
+        s.ui->render(static_cast<unsigned int>(o.ms));
+        gfx.present();
+        if (o.png.empty() || !save) continue;
+        char path[1024];
+        std::snprintf(path, sizeof path, o.png.c_str(), frame);
+        if (gfx.savePng(path))
+            ++saved;
+        else
+            std::fprintf(stderr, "uiview: cannot write %s\n", path);
+    }
+    return saved;
+}
+
+void runWindow(SdlGfx& gfx, Session& s) {
+    SDL_StartTextInput();
+    Uint32 last = SDL_GetTicks();
+    for (bool running = true; running && !s.quit;) {
+        SDL_Event event;
+        while (SDL_PollEvent(&event))
+            running = forwardSdlEvent(event, *s.ui) && running;
+        const Uint32 now = SDL_GetTicks();
+        s.ui->render(now - last);
+        last = now;
+        gfx.present();
+        SDL_Delay(1);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    ViewOptions o;
+    if (!parseOptions(argc, argv, o)) return 2;
+    if (o.help) {
+        printHelp();
+        return 0;
+    }
+    std::vector<ScriptEvent> events;
+    if (!o.script.empty() && !loadScript(o.script, events)) return 2;
+
+    ColourLog log(isatty(2) != 0);
+    Logger::setSink(&log);
+    // Names in the description are relative to its directory.
+    std::string file = o.file;
+    const size_t slash = file.rfind('/');
+    if (slash != std::string::npos) {
+        if (chdir(file.substr(0, slash).c_str()) != 0) {
+            std::fprintf(stderr, "uiview: cannot enter the directory of %s\n", o.file.c_str());
+            return 1;
+        }
+        file = file.substr(slash + 1);
+    }
+
+    const bool offScreen = o.frames > 0;
+    if (offScreen) setenv("SDL_AUDIODRIVER", "dummy", 0);
+    SDL_Window* window = nullptr;
+    if (!offScreen) {
+        if (SDL_Init(SDL_INIT_VIDEO) != 0 ||
+            !(window = SDL_CreateWindow("uiview", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, o.width,
+                                        o.height, 0))) {
+            std::fprintf(stderr, "uiview: no window: %s (off screen: --frames N)\n", SDL_GetError());
+            return 1;
+        }
+    }
+    int status = 0;
+    {
+        SdlGfx gfx = offScreen ? SdlGfx(".", o.width, o.height) : SdlGfx(".", window);
+        SdlSound sound(".");
+        g_gfx = &gfx;
+        g_sound = &sound;
+        uiSubsystem* ui = new uiSubsystem();
+        ui->initialize(nullptr);
+        uiWidget* root = ui->loadUI(file.c_str());
+        if (!root || !gfx.ok()) {
+            std::fprintf(stderr, "uiview: cannot run %s\n", o.file.c_str());
+            status = 1;
+        } else {
+            ui->setTopLevelWidget(root);
+            if (root->isType("uiDialog")) ui->pushDialog(static_cast<uiDialog*>(root), true);
+            for (const auto& v : o.values)
+                if (uiWidget* bar = root->getWidget(v.first.c_str(), 0, true))
+                    if (bar->isType("uiProgressBar"))
+                        static_cast<uiProgressBar*>(bar)->setValue(v.second, false);
+            for (const std::string& path : o.push)
+                if (uiWidget* d = root->getWidget(path.c_str(), 0, true))
+                    if (d->isType("uiDialog")) ui->pushDialog(static_cast<uiDialog*>(d), true);
+            if (o.stats) ui->gfxStatistics(true, o.statsFont.c_str());
+            Session session{ui, root};
+            std::vector<BoundAction> bound;
+            for (const ClickAction& a : o.actions)
+                bound.push_back(BoundAction{&session, a});
+            bindActions(bound);
+            if (offScreen) {
+                const int saved = runOffScreen(o, events, gfx, session);
+                std::printf("%s: %d frames of %d ms, %zu input events, %d clicks acted on, %d PNG frames\n",
+                            o.file.c_str(), o.frames, o.ms, events.size(), session.actions, saved);
+            } else {
+                runWindow(gfx, session);
+            }
+            ui->shutdown();
+            delete root;
+        }
+        delete ui;
+        g_gfx = nullptr;
+        g_sound = nullptr;
+    }
+    Logger::setSink(nullptr);
+    if (window) SDL_DestroyWindow(window);
+    SDL_Quit();
+    return status;
+}

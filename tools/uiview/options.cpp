@@ -1,0 +1,111 @@
+#include "options.h"
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+void printHelp() {
+    std::puts(
+        "usage: uiview FILE [options]\n"
+        "Loads the UI description FILE and runs it. Names inside it (includes, sprites, fonts, sounds,\n"
+        "particle files) are looked up next to FILE. A root that is a dialog is pushed on the dialog stack.\n"
+        "\n"
+        "  --size WxH          screen size in pixels (default 800x600)\n"
+        "  --frames N          run N frames off screen, without a window or display\n"
+        "  --ms M              milliseconds per off-screen frame (default 16)\n"
+        "  --png PATTERN       save off-screen frames as PNG files, e.g. out/frame%03d.png\n"
+        "  --script FILE       play timed input events, one per line:\n"
+        "                        move X Y | down X Y | up X Y   mouse events at (X, Y)\n"
+        "                        key CODE                       key down and up of a library key code\n"
+        "                        char TEXT                      text typed, one character event each\n"
+        "                        wait MS                        later lines happen MS milliseconds later\n"
+        "                        png                            save the frame after this line's time\n"
+        "                      '#' starts a comment\n"
+        "  --stats             show the statistics overlay\n"
+        "  --stats-font NAME   font of the overlay (default: stats, from stats.font)\n"
+        "  --push PATH         push the dialog at PATH (dotted path from the root) at the start\n"
+        "  --value PATH=N      set the progress bar at PATH to N at the start (it fills toward it)\n"
+        "  --on PATH=push:DLG  a click on the widget at PATH pushes the dialog at DLG (dotted paths)\n"
+        "  --on PATH=pop       a click on the widget at PATH pops the top dialog\n"
+        "  --on PATH=quit      a click on the widget at PATH ends uiview\n"
+        "  --help              this text\n"
+        "\n"
+        "In a window, keys reach the library as: Enter 13, Escape 27, Backspace 127, Tab 9,\n"
+        "F1-F10 163-172, Alt 136, Ctrl 137, Shift 138, other keys by their character; typed text\n"
+        "arrives as character events. Close the window to quit.");
+}
+
+namespace {
+
+bool parseAction(const char* text, ClickAction& action) {
+    const char* eq = std::strchr(text, '=');
+    if (!eq) return false;
+    action.widget.assign(text, eq);
+    std::string rest = eq + 1;
+    const size_t colon = rest.find(':');
+    action.verb = rest.substr(0, colon);
+    if (colon != std::string::npos) action.dialog = rest.substr(colon + 1);
+    return action.verb == "pop" || action.verb == "quit" || (action.verb == "push" && !action.dialog.empty());
+}
+
+} // namespace
+
+bool parseOptions(int argc, char** argv, ViewOptions& o) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
+        const bool takesValue = arg == "--size" || arg == "--frames" || arg == "--ms" || arg == "--png" ||
+                                arg == "--script" || arg == "--stats-font" || arg == "--on" ||
+                                arg == "--push" || arg == "--value";
+        if (takesValue && !value) {
+            std::fprintf(stderr, "uiview: %s needs a value\n", arg.c_str());
+            return false;
+        }
+        if (takesValue) ++i;
+        if (arg == "--help" || arg == "-h")
+            o.help = true;
+        else if (arg == "--stats")
+            o.stats = true;
+        else if (arg == "--size") {
+            if (std::sscanf(value, "%dx%d", &o.width, &o.height) != 2 || o.width <= 0 || o.height <= 0) {
+                std::fprintf(stderr, "uiview: --size wants WxH, got %s\n", value);
+                return false;
+            }
+        } else if (arg == "--frames")
+            o.frames = std::atoi(value);
+        else if (arg == "--ms")
+            o.ms = std::atoi(value);
+        else if (arg == "--png")
+            o.png = value;
+        else if (arg == "--script")
+            o.script = value;
+        else if (arg == "--stats-font")
+            o.statsFont = value;
+        else if (arg == "--push")
+            o.push.push_back(value);
+        else if (arg == "--value") {
+            const char* eq = std::strchr(value, '=');
+            if (!eq) {
+                std::fprintf(stderr, "uiview: --value wants PATH=N, got %s\n", value);
+                return false;
+            }
+            o.values.emplace_back(std::string(value, eq), std::atoi(eq + 1));
+        } else if (arg == "--on") {
+            ClickAction action;
+            if (!parseAction(value, action)) {
+                std::fprintf(stderr, "uiview: --on wants PATH=push:DIALOG, PATH=pop or PATH=quit, got %s\n",
+                             value);
+                return false;
+            }
+            o.actions.push_back(action);
+        } else if (arg.size() > 1 && arg[0] == '-') {
+            std::fprintf(stderr, "uiview: unknown option %s (see --help)\n", arg.c_str());
+            return false;
+        } else
+            o.file = arg;
+    }
+    if (!o.help && o.file.empty()) {
+        std::fprintf(stderr, "uiview: no description file given (see --help)\n");
+        return false;
+    }
+    return true;
+}
