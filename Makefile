@@ -6,7 +6,7 @@ CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core
 
-.PHONY: all deps build demo test test-normal test-asan tsan bench bench-deps clean
+.PHONY: all deps build demo golden test test-normal test-asan tsan bench bench-deps clean
 
 all: build
 
@@ -29,6 +29,10 @@ build: deps
 # Runs the example screens off screen with their scripted sessions; frames go to out/demo/<example>/.
 demo: build
 	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview
+
+# Regenerates the golden images of the example sessions from a fresh demo run.
+golden: demo
+	for d in tests/golden/*/; do cp out/demo/$$(basename $$d)/frame*.png $$d; done
 
 test-normal: build
 	cd build/normal && ctest --output-on-failure -j $(JOBS)

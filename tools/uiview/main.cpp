@@ -1,6 +1,9 @@
 // uiview: loads a UI description and runs it on the SDL services, in a window or off screen.
+#include <climits>
+#include <cstdlib>
 #include <unistd.h>
 #include <cstdio>
+#include <fstream>
 #include <string>
 #include <vector>
 #include "colourlog.h"
@@ -10,6 +13,7 @@
 #include "sdlinput.h"
 #include "sdlsound.h"
 #include "uidialog.h"
+#include "uidigitalbanner.h"
 #include "uiprogressbar.h"
 #include "uisubsystem.h"
 #include "uiwidget.h"
@@ -48,6 +52,21 @@ void bindActions(std::vector<BoundAction>& bound) {
         _WidgetMap_s map{};
         map.mouseUpCb = onClick;
         w->assignCallbacks(&map, &b);
+    }
+}
+
+void printBanners(const ViewOptions& o, uiWidget* root) {
+    for (const auto& b : o.banners) {
+        uiWidget* w = root->getWidget(b.first.c_str(), 0, true);
+        std::ifstream in(b.second);
+        if (!w || !w->isType("uiDigitalBanner") || !in) {
+            std::fprintf(stderr, "uiview: no banner %s or no messages in %s\n", b.first.c_str(),
+                         b.second.c_str());
+            continue;
+        }
+        unsigned int priority = 0;
+        for (std::string line; std::getline(in, line);)
+            if (!line.empty()) static_cast<uiDigitalBanner*>(w)->print(priority++, "%s", line.c_str());
     }
 }
 
@@ -131,6 +150,11 @@ int main(int argc, char** argv) {
 
     ColourLog log(isatty(2) != 0);
     Logger::setSink(&log);
+    // Files named on the command line are relative to where uiview started.
+    for (auto& b : o.banners) {
+        char full[PATH_MAX];
+        if (realpath(b.second.c_str(), full)) b.second = full;
+    }
     // Names in the description are relative to its directory.
     std::string file = o.file;
     const size_t slash = file.rfind('/');
@@ -172,6 +196,7 @@ int main(int argc, char** argv) {
                 if (uiWidget* bar = root->getWidget(v.first.c_str(), 0, true))
                     if (bar->isType("uiProgressBar"))
                         static_cast<uiProgressBar*>(bar)->setValue(v.second, false);
+            printBanners(o, root);
             for (const std::string& path : o.push)
                 if (uiWidget* d = root->getWidget(path.c_str(), 0, true))
                     if (d->isType("uiDialog")) ui->pushDialog(static_cast<uiDialog*>(d), true);

@@ -24,6 +24,8 @@ void printHelp() {
         "  --stats-font NAME   font of the overlay (default: stats, from stats.font)\n"
         "  --push PATH         push the dialog at PATH (dotted path from the root) at the start\n"
         "  --value PATH=N      set the progress bar at PATH to N at the start (it fills toward it)\n"
+        "  --banner PATH=FILE  print each line of FILE (banner markup) on the digital banner at PATH,\n"
+        "                      priorities in line order\n"
         "  --on PATH=push:DLG  a click on the widget at PATH pushes the dialog at DLG (dotted paths)\n"
         "  --on PATH=pop       a click on the widget at PATH pops the top dialog\n"
         "  --on PATH=quit      a click on the widget at PATH ends uiview\n"
@@ -55,7 +57,7 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
         const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
         const bool takesValue = arg == "--size" || arg == "--frames" || arg == "--ms" || arg == "--png" ||
                                 arg == "--script" || arg == "--stats-font" || arg == "--on" ||
-                                arg == "--push" || arg == "--value";
+                                arg == "--push" || arg == "--value" || arg == "--banner";
         if (takesValue && !value) {
             std::fprintf(stderr, "uiview: %s needs a value\n", arg.c_str());
             return false;
@@ -82,13 +84,17 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
             o.statsFont = value;
         else if (arg == "--push")
             o.push.push_back(value);
-        else if (arg == "--value") {
+        else if (arg == "--value" || arg == "--banner") {
             const char* eq = std::strchr(value, '=');
             if (!eq) {
-                std::fprintf(stderr, "uiview: --value wants PATH=N, got %s\n", value);
+                std::fprintf(stderr, "uiview: %s wants PATH=%s, got %s\n", arg.c_str(),
+                             arg == "--value" ? "N" : "FILE", value);
                 return false;
             }
-            o.values.emplace_back(std::string(value, eq), std::atoi(eq + 1));
+            if (arg == "--value")
+                o.values.emplace_back(std::string(value, eq), std::atoi(eq + 1));
+            else
+                o.banners.emplace_back(std::string(value, eq), std::string(eq + 1));
         } else if (arg == "--on") {
             ClickAction action;
             if (!parseAction(value, action)) {

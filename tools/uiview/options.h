@@ -20,7 +20,8 @@ struct ViewOptions {
     std::string statsFont = "stats";
     std::vector<ClickAction> actions;
     std::vector<std::pair<std::string, int>> values; // progress bars set at the start
-    std::vector<std::string> push;                   // dialogs pushed at the start, by dotted path
+    std::vector<std::string> push;
+    std::vector<std::pair<std::string, std::string>> banners; // banner path, file of messages                   // dialogs pushed at the start, by dotted path
     bool help = false;
 };
 
