@@ -4,9 +4,10 @@ GENERATOR := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
 CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
-  libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core
+  libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core \
+  clang libclang-rt-14-dev valgrind
 
-.PHONY: all deps build demo golden test test-normal test-asan tsan bench bench-deps clean
+.PHONY: all deps build demo golden test test-normal test-asan tsan bench bench-deps fuzz-build fuzz memcheck clean
 
 all: build
 
@@ -36,6 +37,7 @@ golden: demo
 
 test-normal: build
 	cd build/normal && ctest --output-on-failure -j $(JOBS)
+	cd examples && ../build/normal/tools/uilint/uilint --assets . *.ui
 
 test-asan: deps
 	cmake -S . -B build/asan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=address,undefined
@@ -51,7 +53,29 @@ tsan: deps
 	cd build/tsan && TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
 	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'
 
+# libFuzzer targets, built by clang with AddressSanitizer and UBSan, the library linked in statically. Each
+# runs FUZZ_SECONDS from the seeds in fuzz/corpus/<target> plus what earlier runs found in build/fuzz/work;
+# a crash, leak, sanitizer report or hang stops the run and leaves the input in build/fuzz/artifacts.
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS := description scriptlet banner stringtable
+fuzz-build: deps
+	cmake -S . -B build/fuzz $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ \
+	  -DBUILD_SHARED_LIBS=OFF -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF -DGAMEUI_FUZZ=ON -DGAMEUI_SANITIZE=address,undefined
+	cmake --build build/fuzz -j $(JOBS)
+
+fuzz: fuzz-build
+	@mkdir -p build/fuzz/artifacts
+	@for t in $(FUZZ_TARGETS); do \
+	  mkdir -p build/fuzz/work/$$t; echo "fuzz_$$t: $(FUZZ_SECONDS) s"; \
+	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 build/fuzz/fuzz/fuzz_$$t build/fuzz/work/$$t fuzz/corpus/$$t \
+	    -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 -artifact_prefix=build/fuzz/artifacts/$$t- \
+	    >build/fuzz/$$t.log 2>&1 || { tail -80 build/fuzz/$$t.log; echo "fuzz_$$t found a fault"; exit 1; }; \
+	done
+
+# make test fuzzes each target for TEST_FUZZ_SECONDS.
+TEST_FUZZ_SECONDS ?= 30
 test: test-normal test-asan tsan
+	$(MAKE) fuzz FUZZ_SECONDS=$(TEST_FUZZ_SECONDS)
 
 # Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
 # in Release, runs every program and writes out/bench/results.{md,json}. Timings are only as quiet as the
@@ -71,6 +95,11 @@ bench: bench-deps
 	  --benchmark_out=out/bench/$$(basename $$p).json --benchmark_out_format=json; done
 	python3 bench/report.py out/bench
 	@echo "results: out/bench/results.md, out/bench/results.json"
+
+# Valgrind's memcheck over the normal test build (not part of make test: it takes a while).
+memcheck: build
+	cd build/normal && valgrind --tool=memcheck --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite \
+	  --track-origins=yes ./tests/gameui_tests
 
 clean:
 	rm -rf build out

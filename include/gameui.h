@@ -14,6 +14,7 @@
 #include "uidialog.h"
 #include "uidigitalbanner.h"
 #include "uigamecontainer.h"
+#include "uiloadplace.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
 #include "uiprogressbar.h"

@@ -2,6 +2,7 @@
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
+#include "uiloadplace.h"
 
 namespace ui {
 namespace {
@@ -63,3 +64,15 @@ void NestingLevel::setParser(const Parser* parser) {
 }
 
 } // namespace ui
+
+bool uiLoadPlace(const char** file, int* line) {
+    for (int i = ui::t_depth - 1; i >= 0; --i) {
+        if (!ui::t_levels[i].file || !ui::t_levels[i].parser) continue;
+        *file = ui::t_levels[i].file;
+        *line = ui::t_levels[i].parser->GetLineNumber();
+        return true;
+    }
+    *file = "";
+    *line = 0;
+    return false;
+}

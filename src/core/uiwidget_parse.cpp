@@ -7,6 +7,7 @@
 #include "logger.h"
 #include "parser.h"
 #include "platform.h"
+#include "uiloadplace.h"
 #include "uiwidget.h"
 
 uiWidget* uiWidget::loadUI(const char* file, uiWidget* parent) {
@@ -71,11 +72,14 @@ uiWidget* uiWidget::_parseChildHeader(Parser* parser, uiWidget* parent) {
 void uiWidget::parse(Parser* parser, bool blockOpen) {
     bool inComment = false;
     bool inBlock = false;
+    int commentLine = 0;
+    int blockLine = parser->GetLineNumber();
     while (!s_terminate && parser->ParseLine()) {
         char* token = parser->GetToken(" ");
         if (!token) continue;
         if (std::strcmp(token, "/*") == 0) {
             inComment = true;
+            commentLine = parser->GetLineNumber();
             continue;
         }
         if (std::strcmp(token, "*/") == 0) {
@@ -85,6 +89,7 @@ void uiWidget::parse(Parser* parser, bool blockOpen) {
         if (inComment) continue;
         if (std::strcmp(token, "{") == 0) {
             inBlock = true;
+            blockLine = parser->GetLineNumber();
             continue;
         }
         if (std::strcmp(token, "}") == 0) return;
@@ -93,6 +98,16 @@ void uiWidget::parse(Parser* parser, bool blockOpen) {
             _progressReport(this, UIPROG_PARAM);
         }
     }
+    if (s_terminate) return;
+    // The text ran out: whatever the block read stays, but a designer wants to hear about it.
+    const char* file;
+    int line;
+    uiLoadPlace(&file, &line);
+    if (inComment)
+        Logger::log(2, "...[%s:%d] comment never closed: ^C00FF00*/^c missing\f", file, commentLine);
+    if (!blockOpen)
+        Logger::log(2, "...[%s:%d] block of ^CFFFF00%s^c never closed: ^C00FF00}^c missing\f", file,
+                    blockLine, name);
 }
 
 void uiWidget::_parseError(const char* expected) {
