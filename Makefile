@@ -28,7 +28,10 @@ build: deps
 	cmake --build build/normal -j $(JOBS)
 
 # Runs the example screens off screen with their scripted sessions; frames go to out/demo/<example>/.
-demo: build
+# Builds only what the demo runs (the library, the SDL services and uiview).
+demo: deps
+	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
+	cmake --build build/normal -j $(JOBS) --target uiview
 	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview
 
 # Regenerates the golden images of the example sessions from a fresh demo run.

@@ -70,18 +70,20 @@ class GoldenExample : public ::testing::TestWithParam<const char*> {};
 TEST_P(GoldenExample, SessionFramesMatchTheReferences) {
     const std::string name = GetParam();
     const std::string root = GAMEUI_SOURCE_DIR;
-    const std::string out = std::string("/tmp/gameui_golden_") + name;
+    char pattern[] = "/tmp/gameui_golden_XXXXXX"; // a directory of its own: test runs may overlap
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    const std::string out = pattern;
     const std::vector<std::string> frames = goldenFrames(root + "/tests/golden/" + name);
     ASSERT_FALSE(frames.empty());
-    const std::string cmd = "rm -rf " + out + " && mkdir -p " + out + " && cd " + root +
-                            " && SDL_AUDIODRIVER=dummy " + UIVIEW_PATH + " examples/" + name + ".ui " +
-                            readAll(root + "/examples/" + name + ".args") + " --script examples/" + name +
-                            ".script --png " + out + "/frame%03d.png >/dev/null 2>&1";
+    const std::string cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + UIVIEW_PATH + " examples/" + name +
+                            ".ui " + readAll(root + "/examples/" + name + ".args") + " --script examples/" +
+                            name + ".script --png " + out + "/frame%03d.png >/dev/null 2>&1";
     ASSERT_EQ(std::system(cmd.c_str()), 0) << cmd;
     for (const std::string& frame : frames)
         EXPECT_LE(differingShare(root + "/tests/golden/" + name + "/" + frame, out + "/" + frame),
                   kPixelShare)
             << name << "/" << frame << " differs from its reference (new frame in " << out << ")";
+    if (!HasFailure()) std::system(("rm -rf " + out).c_str());
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, GoldenExample, ::testing::Values("menu", "levels"));

@@ -1,7 +1,9 @@
 // The SDL sound service on the dummy audio driver: sounds by name, handles per channel, no hard failure.
 #include <gtest/gtest.h>
 #include <cstdint>
+#include <unistd.h>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 #include "sdlsound.h"
@@ -36,8 +38,11 @@ void writeWav(const std::string& path) {
 TEST(SdlSound, PlaysWavByNameAndAppliesPanAndFrequencyToItsChannel) {
     testkit::LogCapture log;
     Logger::setSink(&log);
-    writeWav("/tmp/gameui_sdl_click.wav");
-    SdlSound sound("/tmp");
+    char dir[] = "/tmp/gameui_sound_XXXXXX";
+    ASSERT_NE(mkdtemp(dir), nullptr);
+    const std::string wav = std::string(dir) + "/gameui_sdl_click.wav";
+    writeWav(wav);
+    SdlSound sound(dir);
     ASSERT_TRUE(sound.ok()); // the dummy driver stands in for a missing device
     soundHandle* click = sound.playSound(SOUND_TYPE_UI, "gameui_sdl_click", false, false);
     ASSERT_NE(click, nullptr);
@@ -52,5 +57,6 @@ TEST(SdlSound, PlaysWavByNameAndAppliesPanAndFrequencyToItsChannel) {
     EXPECT_TRUE(log.has(1, "SdlSound: could not load sound: \"nothing\"\f"));
     EXPECT_EQ(log.count(), 1) << log.dump(); // a missing sound is looked for once
     Logger::setSink(nullptr);
-    std::remove("/tmp/gameui_sdl_click.wav");
+    std::remove(wav.c_str());
+    rmdir(dir);
 }

@@ -1,6 +1,8 @@
 // uiview's input: SDL keys become the library's key codes, and session scripts become timed events.
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include "script.h"
 #include "sdlinput.h"
@@ -23,7 +25,10 @@ TEST(UiviewInput, SdlKeysTranslateToTheLibrarysCodes) {
 }
 
 TEST(UiviewInput, ScriptLinesBecomeEventsAtTheirTime) {
-    const char* path = "/tmp/gameui_uiview_test.script";
+    char path[] = "/tmp/gameui_script_XXXXXX";
+    const int fd = mkstemp(path);
+    ASSERT_NE(fd, -1);
+    close(fd);
     std::ofstream(path)
         << "move 10 20  # pointer\nwait 100\ndown 10 20\nkey 13\nchar ab\nwait 50\npng\nup 1 2\n";
     std::vector<ScriptEvent> events;
