@@ -43,6 +43,7 @@ void hideHalf(uiWidget* root) {
 
 void frame(benchmark::State& state, Scene s, bool halfHidden) {
     uiWidget* root = env->show(sceneFile(s));
+    if (!root) return state.SkipWithError("the scene did not load");
     if (halfHidden) hideHalf(root);
     for (auto _ : state)
         env->ui().render(16);
@@ -53,6 +54,7 @@ void frame(benchmark::State& state, Scene s, bool halfHidden) {
 
 void input(benchmark::State& state, Scene s, bool clicks, bool throughFocus) {
     uiWidget* root = env->show(sceneFile(s));
+    if (!root) return state.SkipWithError("the scene did not load");
     if (throughFocus) env->ui().pushInputFocusWidget(root);
     const auto path = pointerPath(s);
     for (auto _ : state) {
@@ -75,6 +77,7 @@ void input(benchmark::State& state, Scene s, bool clicks, bool throughFocus) {
 // Look-up of the last widget of a nested scene by its full dotted path.
 void lookup(benchmark::State& state, Scene s) {
     uiWidget* root = env->show(sceneFile(s));
+    if (!root) return state.SkipWithError("the scene did not load");
     const std::vector<Node> nodes = s.nodes();
     const std::string path = gameuiPath(nodes, s.count);
     for (auto _ : state)
@@ -88,6 +91,7 @@ void lookup(benchmark::State& state, Scene s) {
 // Hit test for a button at the bottom right of a nested scene: the walk visits the subtrees before it.
 void trace(benchmark::State& state, Scene s) {
     uiWidget* root = env->show(sceneFile(s));
+    if (!root) return state.SkipWithError("the scene did not load");
     for (auto _ : state) {
         _uiTrace_s* hit = env->ui().trace(0, kScreenW - 2, kScreenH - 2, "uiButton");
         benchmark::DoNotOptimize(hit);
@@ -100,9 +104,9 @@ void trace(benchmark::State& state, Scene s) {
 
 void registerAll() {
     std::vector<Scene> scenes = Scene::standard();
+    // 100,000 containers only: as many buttons make a description beyond the loader's file-size limit.
     for (Shape sh : {Shape::Flat, Shape::Nested})
-        for (Kind k : {Kind::Container, Kind::Button})
-            scenes.push_back({sh, k, 100000});
+        scenes.push_back({sh, Kind::Container, 100000});
     for (const Scene& s : scenes) {
         const std::string l = s.label();
         benchmark::RegisterBenchmark(("gameui/load/" + l).c_str(), load, s)->Unit(benchmark::kMicrosecond);
