@@ -7,6 +7,7 @@
 #include <MyGUI_IRenderTarget.h>
 #include <MyGUI_ITexture.h>
 #include <MyGUI_IVertexBuffer.h>
+#include <MyGUI_OverlappedLayer.h>
 #include <MyGUI_RenderManager.h>
 #include <fstream>
 #include <map>
@@ -126,7 +127,7 @@ const char* const kCore = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 const char* const kLayers = R"(<?xml version="1.0" encoding="UTF-8"?>
 <MyGUI type="Layer">
-    <Layer name="Main" type="OverlappedLayer" pick="true"/>
+    <Layer name="Main" type="OverlappedLayer"/>
 </MyGUI>
 )";
 const char* const kSkins = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -168,6 +169,10 @@ public:
         m_render = new NullRenderManager;
         m_gui = new MyGUI::Gui;
         m_gui->initialise("bench_mygui_core.xml");
+        // A layer takes the pointer only once told so.
+        auto* layer =
+            static_cast<MyGUI::OverlappedLayer*>(MyGUI::LayerManager::getInstance().getByName("Main"));
+        layer->setPick(true);
     }
     std::string fileName(const Scene& s) const override {
         return "mygui_" + std::to_string(static_cast<int>(s.shape)) + "_" +

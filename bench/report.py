@@ -45,6 +45,8 @@ def main(directory):
     for name in sorted(os.listdir(directory)):
         if name.startswith("bench_") and name.endswith(".json"):
             for bench in json.load(open(os.path.join(directory, name)))["benchmarks"]:
+                if bench.get("error_occurred"):
+                    continue
                 for lib, op, scene, value in figures(bench):
                     rows.setdefault((op, scene), {})[lib] = value
     memory = {}
