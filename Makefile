@@ -82,7 +82,7 @@ test: test-normal test-asan tsan
 
 # Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
 # in Release, runs every program and writes out/bench/results.{md,json}. Timings are only as quiet as the
-# machine: run it alone.
+# machine: run it alone. Programs run from out/bench, so that the peers' own log files land there too.
 BENCH_PACKAGES := libbenchmark-dev libcegui-mk2-dev libmygui-dev
 BENCH_ARGS ?= --benchmark_min_time=0.2
 bench-deps:
@@ -93,9 +93,9 @@ bench: bench-deps
 	cmake --build build/bench -j $(JOBS)
 	mkdir -p out/bench/data
 	rm -f out/bench/bench_*.json out/bench/memory_*.json
-	for p in build/bench/bench/memory_*; do "$$p" out/bench/data > out/bench/$$(basename $$p).json; done
-	for p in build/bench/bench/bench_*; do BENCH_DATA=out/bench/data "$$p" $(BENCH_ARGS) \
-	  --benchmark_out=out/bench/$$(basename $$p).json --benchmark_out_format=json; done
+	cd out/bench && for p in ../../build/bench/bench/memory_*; do "$$p" data > $$(basename $$p).json; done
+	cd out/bench && for p in ../../build/bench/bench/bench_*; do BENCH_DATA=data "$$p" $(BENCH_ARGS) \
+	  --benchmark_out=$$(basename $$p).json --benchmark_out_format=json; done
 	python3 bench/report.py out/bench
 	@echo "results: out/bench/results.md, out/bench/results.json"
 
