@@ -45,6 +45,21 @@ bool onClick(uiWidget*, void* client, int, int) {
     return true;
 }
 
+bool flipToggle(uiWidget*, void*, int, int) {
+    return true; // a toggle button flips when its click handler agrees
+}
+
+// Toggle buttons flip on click as a game's handler would let them.
+void bindToggles(uiWidget* w) {
+    if (w->isType("uiToggleButton")) {
+        _WidgetMap_s map{};
+        map.mouseUpCb = flipToggle;
+        w->assignCallbacks(&map, nullptr);
+    }
+    for (const _WidgetList_s* node = w->getChildren(); node; node = node->next)
+        bindToggles(node->widget);
+}
+
 void bindActions(std::vector<BoundAction>& bound) {
     for (BoundAction& b : bound) {
         uiWidget* w = b.session->root->getWidget(b.action.widget.c_str(), 0, true);
@@ -205,6 +220,7 @@ int main(int argc, char** argv) {
             std::vector<BoundAction> bound;
             for (const ClickAction& a : o.actions)
                 bound.push_back(BoundAction{&session, a});
+            bindToggles(root);
             bindActions(bound);
             if (offScreen) {
                 const int saved = runOffScreen(o, events, gfx, session);
