@@ -101,7 +101,8 @@ void RecordingGfx::print(int depth, int id, int set, unsigned int justify, int x
            text ? text : "");
 }
 
-// The rectangle from the character widths: justify 2 puts x at the right end, 4 at the centre.
+// The rectangle from the character widths: justify 1 (right) puts x at the right end, 2 (centre) at the
+// centre.
 void RecordingGfx::getTextRect(int id, unsigned int justify, int x, int y, const unsigned int* text, int* x1,
                                int* y1, int* x2, int* y2) {
     std::lock_guard<std::mutex> guard(m_lock);
@@ -110,7 +111,7 @@ void RecordingGfx::getTextRect(int id, unsigned int justify, int x, int y, const
     int width = 0;
     for (const unsigned int* c = text; f && c && *c; ++c)
         width += charWidth(*f, *c);
-    int left = justify & 2 ? x - width : justify & 4 ? x - width / 2 : x;
+    int left = justify & 1 ? x - width : justify & 2 ? x - width / 2 : x;
     if (x1) *x1 = left;
     if (y1) *y1 = y;
     if (x2) *x2 = left + width;

@@ -8,3 +8,4 @@
 #include "recordingplatform.h"
 #include "recordingsound.h"
 #include "services.h"
+#include "stage.h"
