@@ -14,6 +14,13 @@ bool LogCapture::has(int severity, const std::string& exactText) const {
                        [&](const LogEntry& e) { return e.severity == severity && e.text == exactText; });
 }
 
+int LogCapture::count(int severity, const std::string& exactText) const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    return static_cast<int>(std::count_if(m_entries.begin(), m_entries.end(), [&](const LogEntry& e) {
+        return e.severity == severity && e.text == exactText;
+    }));
+}
+
 int LogCapture::count() const {
     std::lock_guard<std::mutex> guard(m_lock);
     return static_cast<int>(m_entries.size());

@@ -18,6 +18,7 @@ public:
     std::vector<LogEntry> entries() const;
     bool has(int severity, const std::string& exactText) const;
     int count() const;
+    int count(int severity, const std::string& exactText) const; // entries with exactly this text
     void clear();
     std::vector<std::string> clients() const;
     std::string dump() const; // every entry on a line of its own, for failure messages

@@ -25,6 +25,16 @@ public:
         (parent ? parent : m_root)->addChild(w, true);
         return w;
     }
+    // make, then placed at `r` and attached; null as make.
+    template <class W = uiWidget>
+    W* add(const char* type, const char* name, _uiRect_s r, uiWidget* parent = nullptr) {
+        W* w = make<W>(type, name);
+        if (w) {
+            w->rect = r;
+            attach(w, parent);
+        }
+        return w;
+    }
 
     // Input as a game forwards it.
     void move(int x, int y) { m_ui.inputEvent(UIE_MOUSE_MOVE, x, y, 0); }

@@ -1,5 +1,6 @@
 // uiVisualWidget: lazy sprite, timed alpha fade, tiled and sorted drawing, alpha-tested hit test.
 #include "uivisualwidget.h"
+#include "core/uialphafade.h"
 #include "core/uidescvalue.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
@@ -92,33 +93,12 @@ void uiVisualWidget::_deactivate() {
 
 void uiVisualWidget::setAlpha(unsigned char value, unsigned int time, unsigned int delay, bool recurse) {
     if (flags & WF_IGNORE_ALPHA) return;
-    if (time == 0) {
-        alpha = value;
-    } else {
-        startAlpha = alpha;
-        fadeTime = time;
-        fadeElapsed = 0;
-        fadeDelay = delay;
-    }
-    targetAlpha = value;
+    ui::startAlphaFade(*this, value, time, delay);
     uiWidget::setAlpha(value, time, delay, recurse);
 }
 
 void uiVisualWidget::_lerpToTargetAlpha(unsigned int milliseconds) {
-    if (targetAlpha == alpha) return;
-    fadeElapsed += milliseconds;
-    if (fadeDelay > 0) {
-        // The fade proper starts with the next frame; the overrun of the delay is dropped.
-        if (fadeElapsed >= fadeDelay) fadeDelay = fadeElapsed = 0;
-        return;
-    }
-    // An alpha written directly without a fade having been started snaps to its target.
-    float t = fadeTime == 0 ? 1.0f : static_cast<float>(fadeElapsed) / static_cast<float>(fadeTime);
-    if (t > 1.0f) t = 1.0f;
-    float value = startAlpha * (1.0f - t) + targetAlpha * t;
-    if (value < 0.0f) value = 0.0f;
-    if (value > 255.0f) value = 255.0f;
-    alpha = static_cast<unsigned char>(value);
+    ui::stepAlphaFade(*this, milliseconds);
 }
 
 // ---- frame ------------------------------------------------------------------------------------------

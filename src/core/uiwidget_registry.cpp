@@ -9,6 +9,8 @@
 #include "uibutton.h"
 #include "uidialog.h"
 #include "uidigitalbanner.h"
+#include "uientrywidget.h"
+#include "uiflowlayout.h"
 #include "uigamecontainer.h"
 #include "uinonvisualwidget.h"
 #include "uiparticlesystem.h"
@@ -18,6 +20,7 @@
 #include "uisliderbutton.h"
 #include "uisprite.h"
 #include "uisubsystem.h"
+#include "uitextwidget.h"
 #include "uitogglebutton.h"
 #include "uivisualwidget.h"
 #include "uiwidget.h"
@@ -45,6 +48,8 @@ struct TypeTable {
         slots[4] = {"uiButton", &uiButton::s_allocator};
         slots[5] = {"uiToggleButton", &uiToggleButton::s_allocator};
         slots[6] = {"uiSprite", &uiSprite::s_allocator};
+        slots[7] = {"uiTextWidget", &uiTextWidget::s_allocator};
+        slots[8] = {"uiEntryWidget", &uiEntryWidget::s_allocator};
         slots[9] = {"uiRadioButton", &uiRadioButton::s_allocator};
         slots[10] = {"uiRadioGroup", &uiRadioGroup::s_allocator};
         slots[11] = {"uiSliderButton", &uiSliderButton::s_allocator};
@@ -53,6 +58,7 @@ struct TypeTable {
         slots[14] = {"uiDigitalBanner", &uiDigitalBanner::s_allocator};
         slots[15] = {"uiDialog", &uiDialog::s_allocator};
         slots[16] = {"uiAnimDialog", &uiAnimDialog::s_allocator};
+        slots[17] = {"uiFlowLayout", &uiFlowLayout::s_allocator};
         slots[18] = {"uiGameContainer", &uiGameContainer::s_allocator};
         slots[19] = {"uiAnimWidget", &uiAnimWidget::s_allocator};
     }
