@@ -7,7 +7,8 @@
 
 namespace {
 
-// One widget of each type in its own 100 x 60 cell; radio buttons inside their group.
+// One widget of each type in its own 100 x 60 cell; radio buttons inside their group, two sprites in a
+// flow layout.
 const char* const kEveryWidget = R"(screen = uiNonVisualWidget
 {
     width = 800
@@ -120,6 +121,35 @@ const char* const kEveryWidget = R"(screen = uiNonVisualWidget
         y = 100
         sprite = art
     }
+    child title = uiTextWidget
+    {
+        y = 200
+        font = small
+        text = "Score"
+    }
+    child player = uiEntryWidget
+    {
+        x = 100
+        y = 200
+        font = small
+        entryrectx = 100
+        entryrecty = 20
+        cursor = art
+    }
+    child row = uiFlowLayout
+    {
+        x = 200
+        y = 200
+        Width = 200
+        child first = uiVisualWidget
+        {
+            sprite = art
+        }
+        child second = uiVisualWidget
+        {
+            sprite = art
+        }
+    }
     visible = true
     active = true
     inputfocus = true
@@ -159,6 +189,11 @@ TEST(FrameAllocations, FramesAndInputOnAFullScreenAllocateNothing) {
             ui.update(16);
             ui.render(16);
         }
+        ui.inputEvent(UIE_MOUSE_DOWN, 110, 205, 0); // into the entry field, and type
+        ui.inputEvent(UIE_MOUSE_UP, 110, 205, 0);
+        ui.inputEvent(UIE_CHAR, 0, 0, 'a');
+        ui.inputEvent(UIE_KEY_DOWN, 0, 0, 8);
+        ui.inputEvent(UIE_KEY_UP, 0, 0, 8);
         ui.inputEvent(UIE_MOUSE_DOWN, 605, 5, 0);
         ui.inputEvent(UIE_MOUSE_MOVE, 650, 5, 0);
         ui.inputEvent(UIE_MOUSE_UP, 650, 5, 0);
