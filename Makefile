@@ -1,4 +1,5 @@
-# gameui: `make test` builds and runs the whole suite (normal and sanitizer builds) on a fresh Debian 12.
+# gameui: `make test` builds and runs the whole suite (normal, sanitizer and Windows builds) on a fresh
+# Debian 12.
 JOBS ?= $(shell nproc)
 GENERATOR := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
@@ -6,22 +7,34 @@ CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core \
   clang libclang-rt-14-dev valgrind
+# The Windows build: MinGW-w64 with posix threads, Wine without a display, GoogleTest's sources.
+WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix wine64 googletest
+WINE_RUN := $(CURDIR)/cmake/wine-run
+WINE_PREFIX := $(CURDIR)/build/wineprefix
 
-.PHONY: all deps build demo golden test test-normal test-asan tsan bench bench-deps fuzz-build fuzz memcheck clean
+.PHONY: all deps deps-windows build demo golden test test-normal test-asan tsan windows bench bench-deps \
+  fuzz-build fuzz memcheck clean
 
 all: build
 
-# Installs the Debian packages the build needs, when they are missing and we may install them.
-deps:
-	@missing=""; for p in $(DEB_PACKAGES); do \
+# Installs the Debian packages $(1) when they are missing and we may install them.
+define install_missing
+	@missing=""; for p in $(1); do \
 	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q "ok installed" || missing="$$missing $$p"; \
 	done; \
 	if [ -n "$$missing" ]; then \
 	  if [ "$$(id -u)" = 0 ]; then \
 	    echo "installing:$$missing"; \
-	    apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
+	    apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $$missing; \
 	  else echo "missing Debian packages:$$missing (run as root or install them)"; fi; \
 	fi
+endef
+
+deps:
+	$(call install_missing,$(DEB_PACKAGES))
+
+deps-windows:
+	$(call install_missing,$(WINDOWS_PACKAGES))
 
 build: deps
 	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
@@ -56,6 +69,16 @@ tsan: deps
 	cd build/tsan && TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
 	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'
 
+# Cross-builds gameui.dll, the test kit and the tests for 64-bit Windows and runs them under Wine.
+windows: deps-windows $(WINE_PREFIX)/system.reg
+	cmake -S . -B build/windows $(call CMAKE_COMMON,RelWithDebInfo) -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
+	cmake --build build/windows -j $(JOBS)
+	cd build/windows && ctest --output-on-failure -j $(JOBS)
+
+# Wine's first start fills its prefix (half a minute); it is made once and kept with the build.
+$(WINE_PREFIX)/system.reg: | deps-windows
+	GAMEUI_WINEPREFIX=$(WINE_PREFIX) $(WINE_RUN) wineboot --init
+
 # libFuzzer targets, built by clang with AddressSanitizer and UBSan, the library linked in statically. Each
 # runs FUZZ_SECONDS from the seeds in fuzz/corpus/<target> plus what earlier runs found in build/fuzz/work;
 # a crash, leak, sanitizer report or hang stops the run and leaves the input in build/fuzz/artifacts.
@@ -77,7 +100,7 @@ fuzz: fuzz-build
 
 # make test fuzzes each target for TEST_FUZZ_SECONDS.
 TEST_FUZZ_SECONDS ?= 30
-test: test-normal test-asan tsan
+test: test-normal test-asan tsan windows
 	$(MAKE) fuzz FUZZ_SECONDS=$(TEST_FUZZ_SECONDS)
 
 # Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
