@@ -3,9 +3,10 @@
 #         -DSOURCE_DIR=<the source tree> -P check-exports.cmake
 # Public names come from the headers in include/ and services/include/: classes marked UI_API (with their static data members), globals
 # declared extern UI_API, and namespaces of exported functions. An exported symbol must belong to one of
-# them. Two allowances that are not the library's own: instantiations in namespace std (the standard
-# library gives them default visibility), and on Windows the RTTI records of every polymorphic class,
-# which GCC exports from any DLL so that type identity holds across modules.
+# them. Allowances that are not the library's own: instantiations in namespace std (the standard
+# library gives them default visibility), AddressSanitizer's one-definition markers of exported data,
+# and on Windows the RTTI records of every polymorphic class, which GCC exports from any DLL so that
+# type identity holds across modules.
 cmake_minimum_required(VERSION 3.16)
 
 set(classes "")
@@ -87,7 +88,8 @@ foreach(symbol IN LISTS exports)
     string(REGEX REPLACE "\\(.*" "" name "${name}")
     if(name MATCHES "^(${owners})(::|<|$)" OR name IN_LIST required)
         list(APPEND found "${name}")
-    elseif(NOT (ext STREQUAL ".dll" AND symbol MATCHES "^typeinfo (name )?for "))
+    elseif(NOT (ext STREQUAL ".dll" AND symbol MATCHES "^typeinfo (name )?for ")
+           AND NOT symbol MATCHES "^__odr_asan[.]")
         list(APPEND stray "${symbol}")
     endif()
 endforeach()
