@@ -93,9 +93,17 @@ private:
         if (!start) return false;
         char* end = nullptr;
         const long long v = std::strtoll(start, &end, 0);
-        if (end == start) return fail(delimiter == ';' ? ";" : "|");
+        if (end == start && !bareHexPrefix(start)) return fail(delimiter == ';' ? ";" : "|");
         *value = ui::clampToInt(v);
         return true;
+    }
+
+    // "0x" without a hexadecimal digit is the number 0 followed by text. The Windows C library's
+    // strtoll takes nothing from it, unlike glibc's, so it is recognised here on every platform.
+    static bool bareHexPrefix(const char* s) {
+        s += std::strspn(s, " \t\n\v\f\r");
+        if (*s == '+' || *s == '-') ++s;
+        return s[0] == '0' && (s[1] == 'x' || s[1] == 'X');
     }
 
     bool fail(const char* delimiter) {
