@@ -71,7 +71,7 @@ tsan: deps
 
 # Cross-builds gameui.dll, the test kit and the tests for 64-bit Windows and runs them under Wine.
 windows: deps-windows $(WINE_PREFIX)/system.reg
-	cmake -S . -B build/windows $(call CMAKE_COMMON,RelWithDebInfo) -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
+	cmake -S . -B build/windows $(call CMAKE_COMMON,RelWithDebInfo) -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake
 	cmake --build build/windows -j $(JOBS)
 	cd build/windows && ctest --output-on-failure -j $(JOBS)
 
