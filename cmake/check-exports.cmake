@@ -1,12 +1,12 @@
 # Checks that a built gameui library exports its public interface and nothing else.
 #   cmake -DLIBRARY=<gameui.dll|libgameui.so> -DLISTER=<objdump|nm> -DDEMANGLER=<c++filt>
 #         -DSOURCE_DIR=<the source tree> -P check-exports.cmake
-# Public names come from the headers in include/ and services/include/: classes marked UI_API (with their static data members), globals
-# declared extern UI_API, and namespaces of exported functions. An exported symbol must belong to one of
-# them. Allowances that are not the library's own: instantiations in namespace std (the standard
-# library gives them default visibility), AddressSanitizer's one-definition markers of exported data,
-# and on Windows the RTTI records of every polymorphic class, which GCC exports from any DLL so that
-# type identity holds across modules.
+# Public names come from the headers in include/ and services/include/: classes marked UI_API (with
+# their static data members), free functions and globals marked UI_API, and namespaces of exported
+# functions. An exported symbol must belong to one of them. Allowances that are not the library's own:
+# instantiations in namespace std (the standard library gives them default visibility),
+# AddressSanitizer's one-definition markers of exported data, and on Windows the RTTI records of every
+# polymorphic class, which GCC exports from any DLL so that type identity holds across modules.
 cmake_minimum_required(VERSION 3.16)
 
 set(classes "")
@@ -35,6 +35,8 @@ foreach(dir "${SOURCE_DIR}/include" "${SOURCE_DIR}/services/include")
                 set(scope "${CMAKE_MATCH_1}::")
             elseif(line MATCHES "^}[ \t]*(//.*)?$")
                 set(scope "")
+            elseif(NOT scope AND line MATCHES "^UI_API [^(]*[ *&]([A-Za-z_][A-Za-z0-9_]*)\\(")
+                list(APPEND required "${CMAKE_MATCH_1}") # a free function
             elseif(line MATCHES "^extern UI_API [^;]*[ *](g_[A-Za-z0-9_]+);")
                 list(APPEND required "${CMAKE_MATCH_1}")
             elseif(class AND line MATCHES "^[ \t]*static [^()=;]*[ *](s_[A-Za-z0-9_]+);")
