@@ -2,6 +2,7 @@
 // rectangle, and a pass without memory.
 #include <gtest/gtest.h>
 #include <vector>
+#include "exercise.h"
 #include "screen.h"
 #include "testkit.h"
 #include "uiflowlayout.h"
@@ -239,6 +240,60 @@ TEST_F(FlowLayout, AnUnknownFlowTypeIsReported) {
         << svc.log.dump();
     EXPECT_EQ(flow->getFlowType(), uiFlowLayout::VERTICAL);
     EXPECT_TRUE(flow->spaceEvenly);
+}
+
+TEST_F(FlowLayout, ExtremeValuesInDescriptionsStayDefined) {
+    testkit::Screen screen(svc, "hostile = uiNonVisualWidget\n{\n"
+                                "    child flow = uiFlowLayout\n    {\n"
+                                "        Width = -2147483648\n"
+                                "        MinSpaceX = 2147483647\n"
+                                "        MinSpaceY = -2147483648\n"
+                                "        SpaceEvenly = true\n"
+                                "        child wide = uiNonVisualWidget\n        {\n"
+                                "            x2 = 2147483647\n"
+                                "            y2 = -2147483648\n"
+                                "        }\n"
+                                "        child label = uiTextWidget\n        {\n"
+                                "            font = big\n"
+                                "            padding = 2147483647\n"
+                                "            justify = CENTER\n"
+                                "            text = \"abc\"\n"
+                                "        }\n"
+                                "        child field = uiEntryWidget\n        {\n"
+                                "            font = big\n"
+                                "            cursor = caret\n"
+                                "            justify = CENTER\n"
+                                "            entryrectx = 2147483647\n"
+                                "            entryrecty = -2147483648\n"
+                                "            padding = -2147483648\n"
+                                "            text = \"xyz\"\n"
+                                "        }\n"
+                                "    }\n"
+                                "    child far = uiEntryWidget\n    {\n"
+                                "        x = 2147483000\n"
+                                "        y = -2147483000\n"
+                                "        font = big\n"
+                                "        cursor = caret\n"
+                                "        entryrectx = 2147483647\n"
+                                "        padding = 2147483647\n"
+                                "        text = \"abc\"\n"
+                                "    }\n"
+                                "    child right = uiTextWidget\n    {\n"
+                                "        font = big\n"
+                                "        padding = -2147483648\n"
+                                "        justify = RIGHT\n"
+                                "        text = \"abc\"\n"
+                                "    }\n"
+                                "    flags = WF_VISIBLE | WF_ACTIVE | WF_INPUT_FOCUS\n"
+                                "}\n");
+    ASSERT_TRUE(screen);
+    // Placing, drawing, typing and measuring run without overflowing (the sanitizer build checks).
+    stage.ui().setTopLevelWidget(screen.root());
+    testkit::exercise(stage.ui());
+    stage.ui().setTopLevelWidget(stage.root());
+    EXPECT_EQ(svc.log.count(), 0) << svc.log.dump();
+    EXPECT_EQ(screen.find("flow.field")->rect.x, 2147483647 - screen.find("flow.field")->getWidth())
+        << "a position beyond the int range saturates so that the far edge still fits";
 }
 
 } // namespace

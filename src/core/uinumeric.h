@@ -11,6 +11,17 @@ inline int clampToInt(long long v) {
     return v < INT_MIN ? INT_MIN : v > INT_MAX ? INT_MAX : static_cast<int>(v);
 }
 
+// Sums and products of description values (positions, sizes, gaps) that stay within the int range.
+inline int clampedSum(long long a, long long b) {
+    return clampToInt(a + b);
+}
+inline int clampedDiff(long long a, long long b) {
+    return clampToInt(a - b);
+}
+inline int clampedProduct(long long a, long long b) {
+    return clampToInt(a * b);
+}
+
 // Truncates towards zero; NaN gives 0.
 inline int truncToInt(double v) {
     if (!(v == v)) return 0;

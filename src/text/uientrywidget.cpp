@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdlib>
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -63,21 +64,21 @@ void uiEntryWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "entryrectx")) {
         if (!intAfterEquals(parser, "entryrectx = val", &value)) return;
         if (justify & JUSTIFY_CENTER) {
-            entryRect.x = rect.x - value / 2;
-            entryRect.x2 = entryRect.x + value;
+            entryRect.x = ui::clampedDiff(rect.x, value / 2);
+            entryRect.x2 = ui::clampedSum(entryRect.x, value);
         } else if (justify & JUSTIFY_RIGHT) {
             entryRect.x2 = rect.x;
-            entryRect.x = rect.x - value;
+            entryRect.x = ui::clampedDiff(rect.x, value);
         } else {
             entryRect.x = rect.x;
-            entryRect.x2 = rect.x + value;
+            entryRect.x2 = ui::clampedSum(rect.x, value);
         }
         return;
     }
     if (ui::equalNoCase(key, "entryrecty")) {
         if (!intAfterEquals(parser, "entryrecty = val", &value)) return;
         entryRect.y = rect.y;
-        entryRect.y2 = rect.y + value;
+        entryRect.y2 = ui::clampedSum(rect.y, value);
         return;
     }
     if (ui::equalNoCase(key, "endhidecursor")) {
@@ -131,11 +132,11 @@ bool uiEntryWidget::testBounds(int px, int py) {
 }
 
 int uiEntryWidget::getWidth() const {
-    return entryRect.x2 - entryRect.x;
+    return ui::clampedDiff(entryRect.x2, entryRect.x);
 }
 
 int uiEntryWidget::getHeight() const {
-    return entryRect.y2 - entryRect.y;
+    return ui::clampedDiff(entryRect.y2, entryRect.y);
 }
 
 // ---- state hooks ------------------------------------------------------------------------------------
@@ -151,8 +152,9 @@ void uiEntryWidget::_drawCursor(int x, int y) {
     int left = 0, top = 0, right = 0, bottom = 0;
     g_gfx->getTextRect(font, justify, rect.x, rect.y, text, &left, &top, &right, &bottom);
     if (padding != 0) {
-        left += padding * length;
-        right += padding * length;
+        const int shift = ui::clampedProduct(padding, length);
+        left = ui::clampedSum(left, shift);
+        right = ui::clampedSum(right, shift);
     }
     cursorTimer += s_iDeltaTime;
     if (cursorTimer > cursorRate) {
@@ -161,12 +163,12 @@ void uiEntryWidget::_drawCursor(int x, int y) {
     }
     int px;
     if (justify == JUSTIFY_LEFT || (justify == JUSTIFY_CENTER && right != left))
-        px = x + right;
+        px = ui::clampedSum(x, right);
     else if (justify == JUSTIFY_CENTER)
-        px = x + right - g_gfx->getSpriteWidth(cursor) / 2;
+        px = ui::clampedDiff(ui::clampedSum(x, right), g_gfx->getSpriteWidth(cursor) / 2);
     else
         return;
-    g_gfx->blt(depth, cursor, px, y + rect.y, 0, cursorFrame, 255);
+    g_gfx->blt(depth, cursor, px, ui::clampedSum(y, rect.y), 0, cursorFrame, 255);
 }
 
 void uiEntryWidget::_render(int x, int y) {

@@ -1,12 +1,26 @@
 // uiFlowLayout: the layout pass that places the children in rows or columns on activation.
 #include "uiflowlayout.h"
+#include <climits>
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "logger.h"
 #include "memorymgr.h"
 #include "parser.h"
 
 UI_DEFINE_WIDGET(uiFlowLayout, uiNonVisualWidget, "uiflowlayout.h")
+
+namespace {
+
+// A position that saturates where extreme gaps or sizes would carry the child's far edge beyond the int
+// range; every ordinary position is kept as it is.
+int edgeSafe(int pos, int size) {
+    const long long low = static_cast<long long>(INT_MIN) - (size < 0 ? size : 0);
+    const long long high = static_cast<long long>(INT_MAX) - (size > 0 ? size : 0);
+    return pos < low ? static_cast<int>(low) : pos > high ? static_cast<int>(high) : pos;
+}
+
+} // namespace
 
 // ---- description keys -------------------------------------------------------------------------------
 
@@ -87,15 +101,15 @@ void uiFlowLayout::_placeSpreadRows(uiWidget** items, int count) {
     auto flowSize = [horizontal](uiWidget* w) { return horizontal ? w->getWidth() : w->getHeight(); };
 
     for (int start = 0; start < count;) {
-        int total = flowSize(items[start]);
+        long long total = flowSize(items[start]);
         int end = start + 1;
         for (; end < count; ++end) {
-            const int size = flowSize(items[end]) + minGap;
+            const long long size = static_cast<long long>(flowSize(items[end])) + minGap;
             if (total + size >= limit) break;
             total += size;
         }
         const int k = end - start;
-        if (k >= 2) gap = (limit - total) / (k - 1);
+        if (k >= 2) gap = ui::clampToInt((limit - total) / (k - 1));
         for (; start < end; ++start)
             _layoutChild(items[start]);
     }
@@ -104,29 +118,31 @@ void uiFlowLayout::_placeSpreadRows(uiWidget** items, int count) {
 bool uiFlowLayout::_layoutChild(uiWidget* child) {
     const int w = child->getWidth(), h = child->getHeight();
     bool newLine = false;
-    if (flowType == HORIZONTAL && width != 0 && cursorX != 0 && cursorX + w > width) {
+    if (flowType == HORIZONTAL && width != 0 && cursorX != 0 && static_cast<long long>(cursorX) + w > width) {
         cursorX = 0;
-        cursorY += spaceY + lineExtent;
+        cursorY = ui::clampToInt(static_cast<long long>(cursorY) + spaceY + lineExtent);
         lineExtent = 0;
         newLine = true;
-    } else if (flowType == VERTICAL && height != 0 && cursorY != 0 && cursorY + h > height) {
+    } else if (flowType == VERTICAL && height != 0 && cursorY != 0 &&
+               static_cast<long long>(cursorY) + h > height) {
         cursorY = 0;
-        cursorX += spaceX + lineExtent;
+        cursorX = ui::clampToInt(static_cast<long long>(cursorX) + spaceX + lineExtent);
         lineExtent = 0;
         newLine = true;
     }
-    child->rect.x = cursorX;
-    child->rect.y = cursorY;
+    child->rect.x = edgeSafe(cursorX, w);
+    child->rect.y = edgeSafe(cursorY, h);
     child->setWidth(w);
     child->setHeight(h);
-    if (cursorX + w > rect.x2) rect.x2 = cursorX + w;
-    if (cursorY + h > rect.y2) rect.y2 = cursorY + h;
+    const int right = ui::clampedSum(cursorX, w), bottom = ui::clampedSum(cursorY, h);
+    if (right > rect.x2) rect.x2 = right;
+    if (bottom > rect.y2) rect.y2 = bottom;
     if (flowType == HORIZONTAL) {
         if (h > lineExtent) lineExtent = h;
-        cursorX += w + spaceX;
+        cursorX = ui::clampToInt(static_cast<long long>(cursorX) + w + spaceX);
     } else {
         if (w > lineExtent) lineExtent = w;
-        cursorY += h + spaceY;
+        cursorY = ui::clampToInt(static_cast<long long>(cursorY) + h + spaceY);
     }
     return newLine;
 }

@@ -1,4 +1,5 @@
 #include "text/uipaddedtext.h"
+#include "core/uinumeric.h"
 #include "gfxsubsystem.h"
 
 namespace ui {
@@ -19,8 +20,8 @@ int length(const unsigned int* text) {
 
 PaddedChar leftPlaced(int font, const unsigned int* text, int padding, int i) {
     const int w = charWidth(font, text[i]);
-    const int anchor = (padding + w) * i;
-    return {text[i], anchor, 0, anchor, anchor + w};
+    const int anchor = clampedProduct(clampedSum(padding, w), i);
+    return {text[i], anchor, 0, anchor, clampedSum(anchor, w)};
 }
 
 } // namespace
@@ -37,8 +38,8 @@ void layoutPaddedText(int font, const unsigned int* text, int padding, unsigned 
         // Mirrored: the character d places from the end steps by the width of the character at index d.
         for (int d = n - 1; d >= 0; --d) {
             const unsigned int code = text[n - 1 - d];
-            const int anchor = -(padding + charWidth(font, text[d])) * d;
-            visit({code, anchor, 1, anchor - charWidth(font, code), anchor}, context);
+            const int anchor = clampedProduct(clampedSum(padding, charWidth(font, text[d])), -d);
+            visit({code, anchor, 1, clampedDiff(anchor, charWidth(font, code)), anchor}, context);
         }
         return;
     }
@@ -48,12 +49,12 @@ void layoutPaddedText(int font, const unsigned int* text, int padding, unsigned 
         if (i == 0 || c.left < minLeft) minLeft = c.left;
         if (i == 0 || c.right > maxRight) maxRight = c.right;
     }
-    const int shift = -(minLeft + maxRight) / 2;
+    const long long shift = -(static_cast<long long>(minLeft) + maxRight) / 2;
     for (int i = 0; i < n; ++i) {
         PaddedChar c = leftPlaced(font, text, padding, i);
-        c.anchor += shift;
-        c.left += shift;
-        c.right += shift;
+        c.anchor = clampedSum(c.anchor, shift);
+        c.left = clampedSum(c.left, shift);
+        c.right = clampedSum(c.right, shift);
         visit(c, context);
     }
 }

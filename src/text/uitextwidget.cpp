@@ -4,6 +4,7 @@
 #include <cstdio>
 #include "core/uialphafade.h"
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "core/uiutf8.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
@@ -148,13 +149,13 @@ void uiTextWidget::getTextRect(_uiRect_s* r) const {
 int uiTextWidget::getWidth() const {
     _uiRect_s r;
     getTextRect(&r);
-    return r.x2 - r.x;
+    return ui::clampedDiff(r.x2, r.x);
 }
 
 int uiTextWidget::getHeight() const {
     _uiRect_s r;
     getTextRect(&r);
-    return r.y2 - r.y;
+    return ui::clampedDiff(r.y2, r.y);
 }
 
 // ---- alpha ------------------------------------------------------------------------------------------
@@ -185,15 +186,15 @@ struct PaddedDraw {
 void drawPaddedChar(const ui::PaddedChar& c, void* context) {
     const PaddedDraw* d = static_cast<const PaddedDraw*>(context);
     const unsigned int one[2] = {c.code, 0};
-    g_gfx->print(d->widget->depth, d->widget->font, d->widget->set, c.justify, d->x + c.anchor, d->y, -1,
-                 d->widget->alpha, one);
+    g_gfx->print(d->widget->depth, d->widget->font, d->widget->set, c.justify, ui::clampedSum(d->x, c.anchor),
+                 d->y, -1, d->widget->alpha, one);
 }
 
 } // namespace
 
 void uiTextWidget::_render(int x, int y) {
     if (font == -1 || !g_gfx) return;
-    const int px = x + rect.x, py = y + rect.y;
+    const int px = ui::clampedSum(x, rect.x), py = ui::clampedSum(y, rect.y);
     if (padding == 0) {
         g_gfx->print(depth, font, set, justify, px, py, -1, alpha, text);
         return;
