@@ -246,7 +246,9 @@ TEST_F(BackgroundLoader, ForceTerminateMakesTheRunningLoadGiveUp) {
     loader->loadWidget("menu.txt");
     ui->forceTerminate();
     menu = loader->getWidget(nullptr);
-    if (menu) EXPECT_NE(menu->getChildWidget("start", 0, false), nullptr);
+    if (menu) {
+        EXPECT_NE(menu->getChildWidget("start", 0, false), nullptr);
+    }
     delete menu;
     ui->initialize(nullptr);
     delete loader;

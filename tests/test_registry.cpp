@@ -68,8 +68,11 @@ TEST(Registry, TypeTestsAnswerForAncestorsIgnoringCase) {
     delete handler;
 }
 
-// Registration changes the process-wide table for good, so each scenario runs in a child process.
+// Registration changes the process-wide table for good, and other tests register game types of their
+// own: each scenario runs in a freshly started copy of the test program ("threadsafe" death tests
+// re-execute it), so it sees the built-in table only.
 TEST(Registry, GameTypesFillTheTableUpToItsEndMark) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             testkit::Services svc;
@@ -103,6 +106,7 @@ TEST(Registry, GameTypesFillTheTableUpToItsEndMark) {
 }
 
 TEST(Registry, LongTypeNamesAreCutAndNullAllocatorsRefused) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             testkit::Services svc;

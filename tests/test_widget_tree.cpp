@@ -101,7 +101,7 @@ TEST_F(WidgetTree, StateHooksFireOnlyOnRealChanges) {
 
 TEST_F(WidgetTree, RecursiveStateChangesSkipDialogsAndOverriddenSubtreesButRecurseEvenWithoutOwnChange) {
     ProbeWidget* root = probe("root", {0, 0, 1, 1});
-    ProbeWidget* plain = probe("plain", {0, 0, 1, 1}, root);
+    probe("plain", {0, 0, 1, 1}, root);
     ProbeWidget* dialog = probe("dialog", {0, 0, 1, 1}, root);
     dialog->dialog = true;
     ProbeWidget* keeper = probe("keeper", {0, 0, 1, 1}, root);
