@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -12,9 +13,10 @@ namespace {
 
 class Uilint : public ::testing::Test {
 protected:
+    // A folder of this process's own: suites of several builds may run the same test at the same time.
     void SetUp() override {
-        m_dir = fs::temp_directory_path() /
-                ("uilint-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        m_dir = fs::temp_directory_path() / ("uilint-" + std::to_string(getpid()) + "-" +
+                                             ::testing::UnitTest::GetInstance()->current_test_info()->name());
         fs::remove_all(m_dir);
         fs::create_directories(m_dir);
     }
@@ -48,38 +50,70 @@ const char* const kPanelHead = "panel = uiNonVisualWidget\n{\n";
 } // namespace
 
 TEST_F(Uilint, ACleanScreenWithIncludesAndScriptletsPasses) {
-    write(
-        "menu.txt",
-        std::string(kPanelHead) +
-            "    width = 100\n    child ok = uiButton\n    {\n        sprite = \"ok\"\n    }\n"
-            "    child #parts/options.txt\n    #scriptlet common.txt\n    globalinputfocus = panel.ok\n}\n");
+    write("menu.txt",
+          std::string(kPanelHead) +
+              "    width = 100\n    child ok = uiButton\n    {\n        sprite = \"ok\"\n    }\n"
+              "    child #parts/options.txt\n    #scriptlet common.txt\n    globalinputfocus = panel.ok\n}\n"
+              "/*\n  comments after the object are fine\n*/\n");
     write("parts/options.txt", "options = uiInputHandler\n{\n    x = 4\n}\n");
-    write("common.txt", "x = 0\ny = 0\n");
+    // A scriptlet has no root object: lines after a child's block are its own.
+    write("common.txt", "x = 0\nchild tip = uiInputHandler\n{\n}\ny = 0\n");
     EXPECT_EQ(run("menu.txt"), 0) << output;
     EXPECT_EQ(output, "");
 }
 
-TEST_F(Uilint, ReportsParserErrorsAtTheirFileAndLine) {
-    write("menu.txt", std::string(kPanelHead) +                // lines 1-2
-                          "    colour = 5\n"                   // 3
-                          "    flags = WF_VISIBLE | WF_NOPE\n" // 4
-                          "    x = abc\n"                      // 5
-                          "    depth 3\n"                      // 6
-                          "    child a = uiNoSuchType\n"       // 7
-                          "}\n");
+TEST_F(Uilint, ReportsUnknownNamesAtTheirLines) {
+    write("menu.txt", "menu = uiAnimDialog\n{\n"                 // 1-2
+                      "    colour = 5\n"                         // 3: key
+                      "    flags = WF_VISIBLE | WF_NOPE\n"       // 4: flag
+                      "    child a = uiNoSuchType\n"             // 5: type
+                      "    AnimIn style = Wobble\n"              // 6: animation style
+                      "    AnimOut Spin = 3\n"                   // 7: animation command
+                      "    depth = deep\n"                       // 8: depth name
+                      "    child ok = uiButton\n    {\n"         // 9-10
+                      "        hotkey = KEY_PANIC\n    }\n}\n"); // 11: hotkey
     EXPECT_EQ(run("menu.txt"), 1);
-    EXPECT_TRUE(reported("menu.txt:3: error: [panel:3] Unknown parameter: colour\n")) << output;
-    EXPECT_TRUE(reported("menu.txt:4: error: Unknown flag: WF_NOPE\n")) << output;
-    EXPECT_TRUE(reported("menu.txt:5: error: ")) << output;
-    EXPECT_TRUE(reported("menu.txt:6: error: expected: \"depth = val\"\n")) << output;
-    EXPECT_TRUE(reported("menu.txt:7: error: failed to alloc widget: a of type uiNoSuchType\n")) << output;
+    EXPECT_EQ(output, "menu.txt:3: error: [menu:3] Unknown parameter: colour\n"
+                      "menu.txt:4: error: Unknown flag: WF_NOPE\n"
+                      "menu.txt:5: error: attempt to instance an invalid ui type: \"uiNoSuchType\"\n"
+                      "menu.txt:5: error: failed to alloc widget: a of type uiNoSuchType\n"
+                      "menu.txt:5: error: failed to create child for: menu\n"
+                      "menu.txt:6: error: anim style type \"Wobble\" unknown\n"
+                      "menu.txt:7: error: unknown command for anim: \"Spin\"\n"
+                      "menu.txt:8: warning: Unknown depth value: deep\n"
+                      "menu.txt:11: error: unknown hotkey: \"KEY_PANIC\"\n");
 }
 
-TEST_F(Uilint, ReportsUnclosedBlocksAndComments) {
-    write("menu.txt", std::string(kPanelHead) + "    x = 1\n    /*\n    y = 2\n");
+TEST_F(Uilint, ReportsMalformedValuesAndMissingEquals) {
+    write("menu.txt", "menu = uiNonVisualWidget\n{\n"           // 1-2
+                      "    x = abc\n"                           // 3
+                      "    visible = yes\n"                     // 4
+                      "    depth 3\n"                           // 5
+                      "    flags = WF_VISIBLE WF_ACTIVE\n"      // 6
+                      "    child name = uiEntryWidget\n    {\n" // 7-8
+                      "        entrywidth = 12px\n"             // 9
+                      "        cursor caret\n"                  // 10
+                      "    }\n"                                 // 11
+                      "    globalinputfocus\n}\n");             // 12
     EXPECT_EQ(run("menu.txt"), 1);
-    EXPECT_TRUE(reported("menu.txt:4: error: [menu.txt:4] comment never closed: */ missing\n")) << output;
-    EXPECT_TRUE(reported("error: [menu.txt:2] block of panel never closed: } missing\n")) << output;
+    EXPECT_EQ(output, "menu.txt:3: error: line 3: expected: x = INT\n"
+                      "menu.txt:4: error: Expected: true or false\n"
+                      "menu.txt:5: error: expected: \"depth = val\"\n"
+                      "menu.txt:6: error: Invalid syntax: expected \"|\"\n"
+                      "menu.txt:9: error: expected: \"entrywidth = val\"\n"
+                      "menu.txt:10: error: expected: \"cursor = \"val\"\"\n"
+                      "menu.txt:12: error: expected: \"globalinputfocus = val\"\n");
+}
+
+TEST_F(Uilint, ReportsUnbalancedBracesAndUnclosedComments) {
+    write("open.txt", std::string(kPanelHead) + "    x = 1\n    /*\n    y = 2\n");
+    // One "}" too many closes the root early: the rest of the file is never read.
+    write("extra.txt", std::string(kPanelHead) + "    child a = uiButton\n    {\n    }\n    }\n"
+                                                 "    /*\n    a comment is not text\n    */\n    x = 3\n}\n");
+    EXPECT_EQ(run("open.txt extra.txt"), 1);
+    EXPECT_EQ(output, "open.txt:4: error: [open.txt:4] comment never closed: */ missing\n"
+                      "open.txt:2: error: [open.txt:2] block of panel never closed: } missing\n"
+                      "extra.txt:10: error: text after the closing } of panel is not read\n");
 }
 
 TEST_F(Uilint, ReportsIncludesAndScriptletsThatAreMissingOrCyclic) {
@@ -87,35 +121,64 @@ TEST_F(Uilint, ReportsIncludesAndScriptletsThatAreMissingOrCyclic) {
                                                     "    child #loop.txt\n}\n");
     write("sub/loop.txt", "loop = uiNonVisualWidget\n{\n    child #loop.txt\n}\n");
     EXPECT_EQ(run("sub/menu.txt"), 1);
-    EXPECT_TRUE(reported("sub/menu.txt:3: error: uiSubsystem: could not open file: \"gone.txt\"\n"))
-        << output;
-    EXPECT_TRUE(reported("sub/menu.txt:4: error: ")) << output;
-    EXPECT_TRUE(reported("nothere.txt")) << output;
-    EXPECT_TRUE(reported(
-        "sub/loop.txt:3: error: [loop.txt:3] include cycle: loop.txt is already being read; skipped\n"))
-        << output;
+    EXPECT_EQ(output,
+              "sub/menu.txt:3: error: uiSubsystem: could not open file: \"gone.txt\"\n"
+              "sub/menu.txt:3: error: failed to create child for: panel\n"
+              "sub/menu.txt:4: error: uiSubsystem: could not open file: \"nothere.txt\"\n"
+              "sub/loop.txt:3: error: [loop.txt:3] include cycle: loop.txt is already being read; skipped\n"
+              "sub/loop.txt:3: error: failed to create child for: loop\n");
 }
 
-TEST_F(Uilint, ReportsUnresolvedFocusPathsAgainstTheFile) {
-    write("menu.txt", std::string(kPanelHead) + "    globalinputfocus = panel.nobody\n}\n");
-    EXPECT_EQ(run("menu.txt"), 1);
-    EXPECT_TRUE(reported("menu.txt: error: addGlobalInputFocusWidget(): unknown widget: panel.nobody\n"))
-        << output;
+TEST_F(Uilint, ReportsUnresolvedPathsAtTheKeyThatNamedThem) {
+    write("menu.txt", "menu = uiAnimDialog\n{\n"                 // 1-2
+                      "    SubAnimCount = 1\n"                   // 3
+                      "    child ok = uiButton\n    {\n"         // 4-5
+                      "        globalinputfocus = menu.nobody\n" // 6: resolved after loading
+                      "    }\n"                                  // 7
+                      "    SubAnimIn 0 widget = menu.gone\n"     // 8
+                      "    tabentry = menu.ghost\n"              // 9
+                      "    globalinputfocus = menu.ok\n"         // 10: fine
+                      "    #scriptlet focus.txt\n}\n");          // 11
+    write("focus.txt", "globalinputfocus = menu.nobody\n");
+    // A widget that joins the tab order of the dialogs above it, with none above.
+    write("lone.txt", "lone = uiNonVisualWidget\n{\n    tabentry\n}\n");
+    EXPECT_EQ(run("menu.txt lone.txt"), 1);
+    EXPECT_EQ(output, "menu.txt:8: error: uiWidget::getWidget(): Unknown name: menu.gone\n"
+                      "menu.txt:8: error: uiAnimDialog[menu]: Failed to map subAnim widget: menu.gone\n"
+                      "menu.txt:9: error: uiWidget::getWidget(): Unknown name: menu.ghost\n"
+                      "menu.txt:9: error: tabentry: \"menu.ghost does not exist.\n"
+                      "menu.txt:6: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
+                      "focus.txt:1: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
+                      "menu.txt:6: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
+                      "focus.txt:1: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
+                      "lone.txt:3: warning: tabentry: no dialog above lone; the key does nothing\n");
 }
 
 TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
-    write("menu.txt", std::string(kPanelHead) +                                                 // lines 1-2
-                          "    child ok = uiButton\n    {\n"                                    // 3-4
-                          "        sprite = \"buttons/ok\"\n        flags = WF_ACTIVE\n    }\n" // 5-7
-                          "    child no = uiButton\n    {\n"                                    // 8-9
-                          "        sprite = \"missing\"\n        flags = WF_ACTIVE\n    }\n"    // 10-12
-                          "    child off = uiSprite\n    {\n        sprite = \"asleep\"\n    }\n}\n");
+    write("menu.txt", std::string(kPanelHead) +                                                   // lines 1-2
+                          "    child ok = uiButton\n    {\n"                                      // 3-4
+                          "        sprite = \"buttons/ok\"\n        flags = WF_ACTIVE\n    }\n"   // 5-7
+                          "    child no = uiButton\n    {\n"                                      // 8-9
+                          "        sprite = \"missing\"\n        flags = WF_ACTIVE\n"             // 10-11
+                          "        clicksound = \"clack\"\n        highlightsound = \"ding\"\n"   // 12-13
+                          "        particlesystem = \"sparks.psi\"\n    }\n"                      // 14-15
+                          "    child off = uiSprite\n    {\n        sprite = \"asleep\"\n    }\n" // 16-19
+                          "    child label = uiTextWidget\n    {\n        font = \"serif\"\n    }\n}\n");
     write("assets/buttons/ok.png", "png");
+    write("assets/ding.wav", "wav");
     EXPECT_EQ(run("menu.txt"), 0) << output;
+    EXPECT_EQ(output, "");
     EXPECT_EQ(run("--assets assets menu.txt"), 1);
-    // An active widget asks at its flags line; one the file leaves inactive is checked after loading.
+    // An active widget asks for its sprite at its flags line; one the file leaves inactive is checked
+    // after loading, against the file as a whole.
     EXPECT_EQ(output, "menu.txt:11: error: sprite not found in the asset folder: missing\n"
+                      "menu.txt:12: error: sound not found in the asset folder: clack\n"
+                      "menu.txt:14: error: particle file not found in the asset folder: sparks.psi\n"
+                      "menu.txt:22: error: font not found in the asset folder: serif\n"
                       "menu.txt: error: sprite not found in the asset folder: asleep\n");
+    write("assets/sparks.psi", "psi");
+    write("assets/serif.ttf", "ttf");
+    write("assets/clack.ogg", "ogg");
     EXPECT_EQ(run("--format json --assets assets menu.txt"), 1);
     EXPECT_EQ(
         output,

@@ -1,9 +1,7 @@
-// A graphics service for uilint: answers like the test kit's recording service and, given an asset
-// folder, reports every sprite, font and particle file a description asks for that the folder lacks.
-// An asset matches a file named exactly like it or like it plus an extension, in the folder or below.
+// A graphics service for uilint: answers like the test kit's recording service and reports every
+// sprite, font and particle file a description asks for that the asset folder lacks.
 #pragma once
-#include <set>
-#include <string>
+#include "assetfolder.h"
 #include "diagnostics.h"
 #include "recordinggfx.h"
 
@@ -11,18 +9,18 @@ namespace uilint {
 
 class AssetGfx : public testkit::RecordingGfx {
 public:
-    AssetGfx(Diagnostics& out, const std::string& assetDir); // an empty folder checks nothing
+    AssetGfx(Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {}
 
     int createSprite(const char* name) override;
     int createFont(const char* name) override;
     int createParticleSystemInstance(const char* owner, const char* file) override;
 
 private:
-    void check(const char* what, const char* name);
-
     Diagnostics& m_out;
-    bool m_checking;
-    std::set<std::string> m_assets; // relative paths, with and without their extension
+    const AssetFolder& m_assets;
 };
+
+// Reports `name` (a sprite, font, sound or particle file, as `what` says) when the folder lacks it.
+void checkAsset(Diagnostics& out, const AssetFolder& assets, const char* what, const char* name);
 
 } // namespace uilint

@@ -12,6 +12,7 @@
 #include <vector>
 #include "assetgfx.h"
 #include "diagnostics.h"
+#include "loadwatch.h"
 #include "uisubsystem.h"
 
 namespace fs = std::filesystem;
@@ -20,9 +21,9 @@ namespace {
 
 // Loads one file the way a game would, from the file's own folder so that includes and scriptlets
 // resolve the same way, and keeps what the library reports about it.
-std::vector<uilint::Diagnostic> lint(const fs::path& file, const std::string& assets) {
+std::vector<uilint::Diagnostic> lint(const fs::path& file, const uilint::AssetFolder& folder) {
     uilint::Diagnostics out;
-    uilint::AssetGfx gfx(out, assets);
+    uilint::AssetGfx gfx(out, folder);
     const fs::path home = fs::current_path();
     const fs::path dir = file.parent_path();
     const std::string name = file.filename().string();
@@ -32,10 +33,12 @@ std::vector<uilint::Diagnostic> lint(const fs::path& file, const std::string& as
     Logger::setSink(&out);
     if (!dir.empty()) fs::current_path(dir);
     {
+        uilint::LoadWatch watch(out, folder);
         uiSubsystem ui;
         // Sprites are asked for when a widget first becomes active: wake what the file left inactive.
         uiWidget* root = ui.loadUI(name.c_str());
         if (root) root->setActive(true, true);
+        watch.finish();
         delete root;
         ui.shutdown();
     }
@@ -117,9 +120,10 @@ int main(int argc, char** argv) {
     }
     if (files.empty()) return usage();
 
+    const uilint::AssetFolder folder(assets);
     std::vector<uilint::Diagnostic> all;
     for (const fs::path& file : files) {
-        std::vector<uilint::Diagnostic> found = lint(file, assets);
+        std::vector<uilint::Diagnostic> found = lint(file, folder);
         all.insert(all.end(), found.begin(), found.end());
     }
     json ? printJson(all) : printText(all);

@@ -1,0 +1,50 @@
+// Follows a load through the library's progress reports. Each parameter line a widget has just read is
+// looked at again, split by the library's own tokenizer, for what the library resolves only later or
+// never asks for while loading:
+//   - "globalinputfocus = path": the path is resolved after loading; the key's place is kept so that
+//     the library's message about an unknown path lands on it;
+//   - "tabentry" without a value in a widget with no dialog above it: the key does nothing (warning);
+//   - sounds ("clicksound", "highlightsound", "sound") and a button's particle file ("particlesystem"),
+//     which are only asked of the services when played: checked against the asset folder;
+//   - text after the closing "}" of a description's root object, which the library never reads (a "}"
+//     too many above it, most of the time): reported by finish(), once the scriptlets are known.
+#pragma once
+#include <map>
+#include <string>
+#include <vector>
+#include "assetfolder.h"
+#include "diagnostics.h"
+#include "uiwidget.h"
+
+namespace uilint {
+
+class LoadWatch {
+public:
+    LoadWatch(Diagnostics& out, const AssetFolder& assets); // installs the progress callback
+    ~LoadWatch();                                           // and removes it
+    void finish(); // after loading: reports text after the root objects of the files read
+    LoadWatch(const LoadWatch&) = delete;
+    LoadWatch& operator=(const LoadWatch&) = delete;
+
+private:
+    struct FileRoot {
+        std::string file, name;
+        int end; // the line that closed the root object
+    };
+
+    static void s_progress(uiWidget* widget, void* client, e_uiProgressEvent event);
+    void created(uiWidget* widget);
+    void done(uiWidget* widget);
+    void paramRead(uiWidget* widget);
+    // The text of `line` (from 1) of `file`, split into lines as the parser splits them; null if none.
+    const std::string* lineText(const std::string& file, int line);
+
+    Diagnostics& m_out;
+    const AssetFolder& m_assets;
+    std::map<std::string, std::vector<std::string>> m_files;
+    std::map<const uiWidget*, std::string> m_createdIn; // the file each widget's header stood in
+    std::vector<FileRoot> m_roots;
+    std::vector<std::string> m_scriptlets; // files named by "#scriptlet": they have no root object
+};
+
+} // namespace uilint
