@@ -122,10 +122,15 @@ bench: bench-deps
 	python3 bench/report.py out/bench
 	@echo "results: out/bench/results.md, out/bench/results.json"
 
-# Valgrind's memcheck over the normal test build (not part of make test: it takes a while).
+# Valgrind's memcheck over the normal test build: the library's suite, then the SDL services' (on SDL's
+# dummy drivers) when they were built. Any memory error or definite leak fails it. Not part of make test:
+# it takes a few minutes.
+MEMCHECK := valgrind --tool=memcheck --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite \
+  --track-origins=yes
 memcheck: build
-	cd build/normal && valgrind --tool=memcheck --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite \
-	  --track-origins=yes ./tests/gameui_tests
+	cd build/normal && $(MEMCHECK) ./tests/gameui_tests
+	cd build/normal && if [ -x tests/sdl/gameui_sdl_tests ]; then \
+	  SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy $(MEMCHECK) ./tests/sdl/gameui_sdl_tests; fi
 
 clean:
 	rm -rf build out

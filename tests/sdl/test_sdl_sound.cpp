@@ -11,9 +11,10 @@
 
 namespace {
 
-// A tenth of a second of a 16-bit mono square wave.
+// Two seconds of a 16-bit mono square wave: long enough to be still playing when the test starts the
+// next sound, however slowly the test runs (under valgrind a tenth of a second had ended by then).
 void writeWav(const std::string& path) {
-    const uint32_t rate = 22050, samples = rate / 10, bytes = samples * 2;
+    const uint32_t rate = 22050, samples = rate * 2, bytes = samples * 2;
     std::vector<uint8_t> out;
     auto put = [&out](uint32_t v, int n) {
         for (int i = 0; i < n; ++i)
