@@ -1,5 +1,6 @@
 // uilint: checks UI description files, and what they include and the scriptlets they apply, by loading
-// them with the library itself (nothing is drawn) and reporting every warning and error it logs.
+// them with the library itself (nothing is drawn) and reporting every warning and error it logs, each at
+// its file and line, together with what only shows after loading or when played (LoadWatch).
 //
 //   uilint [--format text|json] [--assets DIR] FILE...
 //
