@@ -36,8 +36,14 @@ public:
     Bytes(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
     bool more() const { return m_pos < m_size; }
     unsigned int u8() { return m_pos < m_size ? m_data[m_pos++] : 0; }
-    unsigned int u16() { return u8() | u8() << 8; }
-    unsigned int u32() { return u16() | u16() << 16; }
+    unsigned int u16() {
+        const unsigned int low = u8();
+        return low | u8() << 8;
+    }
+    unsigned int u32() {
+        const unsigned int low = u16();
+        return low | u16() << 16;
+    }
     std::string text(size_t max) {
         std::string s;
         for (size_t n = u8() % (max + 1); n > 0 && more(); --n)
