@@ -169,13 +169,13 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
     EXPECT_EQ(run("menu.txt"), 0) << output;
     EXPECT_EQ(output, "");
     EXPECT_EQ(run("--assets assets menu.txt"), 1);
-    // An active widget asks for its sprite at its flags line; one the file leaves inactive is checked
-    // after loading, against the file as a whole.
+    // An active widget asks for its sprite at its flags line; one the file leaves inactive asks after
+    // loading and is placed at the key that named the sprite.
     EXPECT_EQ(output, "menu.txt:11: error: sprite not found in the asset folder: missing\n"
                       "menu.txt:12: error: sound not found in the asset folder: clack\n"
                       "menu.txt:14: error: particle file not found in the asset folder: sparks.psi\n"
                       "menu.txt:22: error: font not found in the asset folder: serif\n"
-                      "menu.txt: error: sprite not found in the asset folder: asleep\n");
+                      "menu.txt:18: error: sprite not found in the asset folder: asleep\n");
     write("assets/sparks.psi", "psi");
     write("assets/serif.ttf", "ttf");
     write("assets/clack.ogg", "ogg");
@@ -183,7 +183,7 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
     EXPECT_EQ(
         output,
         "[\n  {\"file\": \"menu.txt\", \"line\": 11, \"severity\": \"error\", \"message\": \"sprite not "
-        "found in the asset folder: missing\"},\n  {\"file\": \"menu.txt\", \"line\": 0, \"severity\": "
+        "found in the asset folder: missing\"},\n  {\"file\": \"menu.txt\", \"line\": 18, \"severity\": "
         "\"error\", \"message\": \"sprite not found in the asset folder: asleep\"}\n]\n");
     EXPECT_EQ(run("--format yaml menu.txt"), 2);
 }

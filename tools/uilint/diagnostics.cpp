@@ -29,17 +29,10 @@ void Diagnostics::add(int severity, const std::string& message) {
     const char* file;
     int line;
     if (!uiLoadPlace(&file, &line)) {
-        bool placed = false;
-        for (const PathKey& key : m_pathKeys) {
-            const std::string tail = ": " + key.path;
-            if (message.size() >= tail.size() &&
-                message.compare(message.size() - tail.size(), tail.size(), tail) == 0) {
-                keep({key.file, key.line, severity, message});
-                placed = true;
-            }
-        }
-        if (!placed) keep({m_topFile, 0, severity, message});
-        return;
+        if (keepAtValues(m_paths, severity, message, false)) return;
+        if (!m_wakingValues) return keep({m_topFile, 0, severity, message});
+        if (keepAtValues(*m_wakingValues, severity, message, true)) return;
+        return keep({m_wakingHeader.file, m_wakingHeader.line, severity, message});
     }
     // A message that names its own place in this file ("[menu.txt:4] ...") knows the line better.
     const std::string own = "[" + std::string(file) + ":";
@@ -51,8 +44,30 @@ void Diagnostics::addAt(const std::string& file, int line, int severity, const s
     keep({file, line, severity, message});
 }
 
-void Diagnostics::pathNamed(const std::string& path, const std::string& file, int line) {
-    m_pathKeys.push_back({path, file, line});
+void Diagnostics::pathNamed(const std::string& path, const Place& place) {
+    m_paths.push_back({path, place});
+}
+
+void Diagnostics::setWaking(const Place& header, const std::vector<NamedValue>* values) {
+    m_wakingHeader = header;
+    m_wakingValues = values;
+}
+
+// Every key naming the value gets the message; of a widget's own keys (lastOnly) only the last one,
+// since a later key overrides an earlier one.
+bool Diagnostics::keepAtValues(const std::vector<NamedValue>& values, int severity,
+                               const std::string& message, bool lastOnly) {
+    bool placed = false;
+    for (size_t i = 0; i < values.size() && !(placed && lastOnly); ++i) {
+        const NamedValue& v = values[lastOnly ? values.size() - 1 - i : i];
+        const std::string tail = ": " + v.value;
+        if (message.size() < tail.size() ||
+            message.compare(message.size() - tail.size(), tail.size(), tail) != 0)
+            continue;
+        keep({v.place.file, v.place.line, severity, message});
+        placed = true;
+    }
+    return placed;
 }
 
 void Diagnostics::keep(Diagnostic d) {

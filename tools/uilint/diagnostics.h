@@ -13,30 +13,47 @@ struct Diagnostic {
     std::string message;
 };
 
+// A place in a description: a file as the description named it and a line (0: the file as a whole).
+struct Place {
+    std::string file;
+    int line;
+};
+
+// A value a key gave ("sprite = ok" gives "ok"), with the key's place.
+struct NamedValue {
+    std::string value;
+    Place place;
+};
+
 // A log sink that keeps the library's warnings and errors with the place being read when each was
-// logged. A message logged outside any file (after loading, while the tree initializes) is placed at
-// the keys that named the path it ends with, else at the checked file as a whole. The same message at
-// the same place is kept once.
+// logged. A message logged outside any file (after loading) that ends with ": <value>" is placed at the
+// keys that named that value: any widget path given to "globalinputfocus", or any value of the widget
+// that is being woken; else at that widget's header, else at the checked file as a whole. The same
+// message at the same place is kept once.
 class Diagnostics : public Logger::Sink {
 public:
     void setTopFile(const std::string& file) { m_topFile = file; }
     void add(int severity, const std::string& message); // at the current place
     void addAt(const std::string& file, int line, int severity, const std::string& message);
-    // A key at file:line named the widget path `path`, which is resolved only after loading.
-    void pathNamed(const std::string& path, const std::string& file, int line);
+    // A key named the widget path `path`, which is resolved only after loading.
+    void pathNamed(const std::string& path, const Place& place);
+    // While a widget is woken after loading: its header and the values of its keys.
+    void setWaking(const Place& header, const std::vector<NamedValue>* values);
+    void clearWaking() { m_wakingValues = nullptr; }
     const std::vector<Diagnostic>& all() const { return m_all; }
 
     void write(int severity, const char* text) override;
 
 private:
-    struct PathKey {
-        std::string path, file;
-        int line;
-    };
     void keep(Diagnostic d);
+    // Keeps the message at every place whose value it ends with; false when there is none.
+    bool keepAtValues(const std::vector<NamedValue>& values, int severity, const std::string& message,
+                      bool lastOnly);
 
     std::string m_topFile;
-    std::vector<PathKey> m_pathKeys;
+    std::vector<NamedValue> m_paths;
+    Place m_wakingHeader;
+    const std::vector<NamedValue>* m_wakingValues = nullptr;
     std::vector<Diagnostic> m_all;
 };
 

@@ -1,5 +1,4 @@
 #include "loadwatch.h"
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include "assetgfx.h"
@@ -39,6 +38,23 @@ std::vector<std::string> splitLines(const std::string& text) {
     return lines;
 }
 
+// The tokens of a line as the library's parser hands them out, an "=" always on its own.
+std::vector<std::string> tokens(const std::string& line) {
+    std::string copy = line;
+    Parser parser(&copy[0]);
+    std::vector<std::string> out;
+    if (!parser.ParseLine()) return out;
+    for (;;) {
+        if (parser.GetEqualsToken()) {
+            out.emplace_back("=");
+        } else if (const char* token = parser.GetToken(" ")) {
+            out.emplace_back(token);
+        } else {
+            return out;
+        }
+    }
+}
+
 } // namespace
 
 LoadWatch::LoadWatch(Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {
@@ -60,7 +76,7 @@ void LoadWatch::s_progress(uiWidget* widget, void* client, e_uiProgressEvent eve
 void LoadWatch::created(uiWidget* widget) {
     const char* file;
     int line;
-    if (uiLoadPlace(&file, &line)) m_createdIn[widget] = file;
+    if (uiLoadPlace(&file, &line)) m_headers[widget] = {file, line};
 }
 
 // A widget whose header stands in another file than its parent's is the root object of its file.
@@ -69,7 +85,16 @@ void LoadWatch::done(uiWidget* widget) {
     int line;
     if (!uiLoadPlace(&file, &line)) return;
     const uiWidget* parent = widget->getParent();
-    if (!parent || m_createdIn[parent] != file) m_roots.push_back({file, widget->name, line});
+    if (!parent || m_headers[parent].file != file) m_roots.push_back({file, widget->name, line});
+}
+
+void LoadWatch::wake(uiWidget* widget) {
+    const auto header = m_headers.find(widget);
+    if (header != m_headers.end()) m_out.setWaking(header->second, &m_values[widget]);
+    widget->setActive(true, false);
+    m_out.clearWaking();
+    for (const _WidgetList_s* node = widget->getChildren(); node; node = node->next)
+        wake(node->widget);
 }
 
 void LoadWatch::finish() {
@@ -80,12 +105,10 @@ void LoadWatch::finish() {
         if (scriptlet) continue;
         bool inComment = false;
         for (int line = root.end + 1; const std::string* text = lineText(root.file, line); ++line) {
-            std::string copy = *text;
-            Parser parser(&copy[0]);
-            const char* token = parser.ParseLine() ? parser.GetToken(" ") : nullptr;
-            if (!token) continue;
-            if (std::strcmp(token, "/*") == 0 || std::strcmp(token, "*/") == 0) {
-                inComment = token[0] == '/';
+            const std::vector<std::string> t = tokens(*text);
+            if (t.empty()) continue;
+            if (t[0] == "/*" || t[0] == "*/") {
+                inComment = t[0] == "/*";
                 continue;
             }
             if (inComment) continue;
@@ -113,30 +136,28 @@ void LoadWatch::paramRead(uiWidget* widget) {
     if (!uiLoadPlace(&file, &line)) return;
     const std::string* text = lineText(file, line);
     if (!text) return;
-    std::string copy = *text;
-    Parser parser(&copy[0]);
-    const char* key = parser.ParseLine() ? parser.GetToken(" ") : nullptr;
-    if (!key) return;
-    if (uiWidget::s_namesEqual(key, "globalinputfocus")) {
-        const char* path = parser.GetEqualsToken() ? parser.GetToken(" ") : nullptr;
-        if (path) m_out.pathNamed(std::string(path).substr(0, kMaxPath), file, line);
-        return;
-    }
-    if (uiWidget::s_namesEqual(key, "#scriptlet")) {
-        if (const char* name = parser.GetToken(" ")) m_scriptlets.push_back(name);
-        return;
-    }
-    if (uiWidget::s_namesEqual(key, "tabentry")) {
-        if (!widget->isType("uiDialog") && !underDialog(widget))
-            m_out.add(1, "tabentry: no dialog above " + std::string(widget->name) + "; the key does nothing");
-        return;
-    }
-    for (const char* token = key; token; token = parser.GetToken(" ")) {
-        for (const AssetKey& asset : kAssetKeys) {
-            if (!uiWidget::s_namesEqual(token, asset.key)) continue;
-            if (parser.GetEqualsToken()) checkAsset(m_out, m_assets, asset.what, parser.GetToken(" "));
-            return;
+    const std::vector<std::string> t = tokens(*text);
+    const Place place{file, line};
+    for (size_t i = 0; i + 1 < t.size(); ++i)
+        if (t[i + 1] == "=" && i + 2 < t.size()) {
+            m_values[widget].push_back({t[i + 2], place});
+            break;
         }
+    if (t.empty()) return;
+    const char* key = t[0].c_str();
+    const bool valued = t.size() >= 3 && t[1] == "=";
+    if (uiWidget::s_namesEqual(key, "globalinputfocus")) {
+        if (valued) m_out.pathNamed(t[2].substr(0, kMaxPath), place);
+    } else if (uiWidget::s_namesEqual(key, "#scriptlet")) {
+        if (t.size() >= 2) m_scriptlets.push_back(t[1]);
+    } else if (uiWidget::s_namesEqual(key, "tabentry")) {
+        if ((t.size() < 2 || t[1] != "=") && !widget->isType("uiDialog") && !underDialog(widget))
+            m_out.add(1, "tabentry: no dialog above " + std::string(widget->name) + "; the key does nothing");
+    } else {
+        for (size_t i = 0; i + 2 < t.size(); ++i)
+            for (const AssetKey& asset : kAssetKeys)
+                if (uiWidget::s_namesEqual(t[i].c_str(), asset.key) && t[i + 1] == "=")
+                    return checkAsset(m_out, m_assets, asset.what, t[i + 2].c_str());
     }
 }
 

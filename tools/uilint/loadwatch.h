@@ -8,6 +8,8 @@
 //     which are only asked of the services when played: checked against the asset folder;
 //   - text after the closing "}" of a description's root object, which the library never reads (a "}"
 //     too many above it, most of the time): reported by finish(), once the scriptlets are known.
+// It also keeps each widget's header and the values its keys named, so that wake() can place what a
+// widget asks for when it first becomes active after loading (its sprite) at the key that named it.
 #pragma once
 #include <map>
 #include <string>
@@ -22,6 +24,8 @@ class LoadWatch {
 public:
     LoadWatch(Diagnostics& out, const AssetFolder& assets); // installs the progress callback
     ~LoadWatch();                                           // and removes it
+    // After loading: activates every widget of the tree, one at a time, as a game showing it would.
+    void wake(uiWidget* root);
     void finish(); // after loading: reports text after the root objects of the files read
     LoadWatch(const LoadWatch&) = delete;
     LoadWatch& operator=(const LoadWatch&) = delete;
@@ -42,7 +46,8 @@ private:
     Diagnostics& m_out;
     const AssetFolder& m_assets;
     std::map<std::string, std::vector<std::string>> m_files;
-    std::map<const uiWidget*, std::string> m_createdIn; // the file each widget's header stood in
+    std::map<const uiWidget*, Place> m_headers;
+    std::map<const uiWidget*, std::vector<NamedValue>> m_values; // what each widget's keys named
     std::vector<FileRoot> m_roots;
     std::vector<std::string> m_scriptlets; // files named by "#scriptlet": they have no root object
 };

@@ -38,7 +38,7 @@ std::vector<uilint::Diagnostic> lint(const fs::path& file, const uilint::AssetFo
         uiSubsystem ui;
         // Sprites are asked for when a widget first becomes active: wake what the file left inactive.
         uiWidget* root = ui.loadUI(name.c_str());
-        if (root) root->setActive(true, true);
+        if (root) watch.wake(root);
         watch.finish();
         delete root;
         ui.shutdown();
