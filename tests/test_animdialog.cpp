@@ -552,4 +552,36 @@ TEST_F(AnimDialogTest, AnimatedWidgetDrawsMasksOnlyAndGivesThemBack) {
     EXPECT_EQ(svc.gfx.liveSprites(), 0);
 }
 
+// A title that no game code enters (the class has no public header): it starts idle and shows its in
+// record as finished, a mask at its target alpha, where the description placed it.
+const char* const kTitle = R"(title = uiAnimWidget
+{
+    x = 240
+    y = 80
+    AnimIn sprite = logo
+    AnimIn SpriteHorzCount = 2
+    AnimIn SpriteVertCount = 1
+    AnimIn style = SpriteMask
+    AnimIn AlphaTarget = 300
+    AnimIn Loc = 0 0
+    AnimOut style = SpriteMask
+    AnimOut sprite = shade
+    AnimOut AlphaTarget = 90
+    flags = WF_ACTIVE | WF_VISIBLE
+}
+)";
+
+TEST_F(AnimDialogTest, AnimatedWidgetStartsWithItsEntranceFinishedInPlace) {
+    svc.gfx.defineSprite("logo", 30, 10);
+    testkit::Screen screen(svc, kTitle);
+    ASSERT_TRUE(screen);
+    ui->setTopLevelWidget(screen.root());
+    const int logo = svc.gfx.spriteId("logo");
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(frame(20),
+                  (std::vector<Ints>{{0, logo, 240, 80, 0, 0, 255}, {0, logo, 270, 80, 0, 0, 255}}));
+    EXPECT_EQ(screen->rect.x, 240);
+    EXPECT_EQ(screen->rect.y, 80);
+}
+
 } // namespace

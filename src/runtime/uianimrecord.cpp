@@ -151,6 +151,10 @@ void finish(_uiAnimData_s& rec, uiWidget* w) {
     w->rect.y2 = rec.locY + height;
     w->rect.x = rec.locX;
     w->rect.y = rec.locY;
+    settleMask(rec);
+}
+
+void settleMask(_uiAnimData_s& rec) {
     if (rec.style == UIANIM_SPRITEMASK) rec.maskAlpha = clampAlpha(rec.alphaTarget);
 }
 

@@ -44,6 +44,9 @@ unsigned int step(unsigned int elapsed, _uiAnimData_s& rec, uiWidget* w, int sta
 // Places `w` at the record's end position (keeping its size) and settles the mask.
 void finish(_uiAnimData_s& rec, uiWidget* w);
 
+// Gives a SpriteMask record the mask alpha it ends with, leaving every widget where it is.
+void settleMask(_uiAnimData_s& rec);
+
 // Draws the record's mask tiles over `w`, whose rectangle is offset by (offsetX, offsetY).
 void drawMask(const _uiAnimData_s& rec, const uiWidget* w, int offsetX, int offsetY);
 

@@ -24,6 +24,13 @@ void uiAnimWidget::_parseParams(Parser* parser, char* key) {
         uiVisualWidget::_parseParams(parser, key);
 }
 
+// A widget that starts idle has nothing that would ever run its entrance: its in record counts as
+// finished, without the move to the record's end position, so the description's place stays.
+void uiAnimWidget::_initialize() {
+    uiVisualWidget::_initialize();
+    if (m_state == 1 && m_lastState == 0) uiAnim::settleMask(m_in);
+}
+
 // ---- state hooks ------------------------------------------------------------------------------------
 
 void uiAnimWidget::setState(int state) {

@@ -3,7 +3,8 @@
 //
 // States: 0 hidden, 1 idle, 2 entering, 3 exiting; the end of the out animation is state 0, which
 // deactivates the widget and makes it invisible at its next render. A widget that was never entered or
-// exited starts idle. It draws the mask tiles of its current record, never its own sprite.
+// exited starts idle, showing its in record as finished (a SpriteMask at its target alpha) where the
+// description put it. It draws the mask tiles of its current record, never its own sprite.
 //
 // Description keys (besides those of uiVisualWidget); sub-keys in docs/description-format.md:
 //   AnimIn <sub-key> ...    the in record
@@ -31,6 +32,7 @@ public:
 
 protected:
     void _parseParams(Parser* parser, char* key) override;
+    void _initialize() override;
     void _render(int x, int y) override;
     void _update(int x, int y) override;
 
