@@ -43,6 +43,9 @@ public:
 
     void addTabEntry(uiWidget* w);
     void resetTabFocus();
+    // Takes `subtree` and every widget below it out of the tab order, before they are deleted. When the
+    // current entry goes, the first remaining one becomes current (without a focus change).
+    void removeTabEntries(const uiWidget* subtree);
 
 protected:
     void _parseParams(Parser* parser, char* key) override;

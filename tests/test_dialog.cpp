@@ -272,4 +272,66 @@ TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
     EXPECT_EQ(order, (std::vector<std::string>{"sound", "music", "sound"}));
 }
 
+// Widgets join the tab order from their own blocks; a child that cannot be attached (no memory for its
+// list node) is deleted, and its entries, its own and those below it, leave the tab order with it.
+const char* const kForm = R"(form = uiDialog
+{
+    child name = uiInputHandler
+    {
+        width = 20
+        height = 10
+        tabentry
+    }
+    child team = uiNonVisualWidget
+    {
+        child field = uiInputHandler
+        {
+            y = 20
+            width = 20
+            height = 10
+            tabentry
+        }
+    }
+}
+)";
+
+TEST_F(DialogTest, AChildDroppedWhileLoadingLeavesTheTabOrder) {
+    int dropped = 0;
+    for (long long n = 0;; ++n) {
+        svc.memory.failAt(n);
+        testkit::Screen screen(svc, kForm);
+        const bool failed = svc.memory.failed();
+        svc.memory.failAt(-1);
+        auto* form = static_cast<uiDialog*>(screen.root());
+        // Without memory for the dialog the parser goes on with the lines after its header.
+        uiWidget* name = screen && screen->isType("uiDialog") ? screen.find("name") : nullptr;
+        if (name && !screen.find("team") && !screen.find("field")) {
+            ++dropped;
+            form->setWidgetStates(true, true, true, false);
+            form->resetTabFocus();
+            for (int i = 0; i < 2; ++i) {
+                EXPECT_TRUE(form->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false));
+                EXPECT_TRUE(name->getInputFocus()) << "allocation " << n;
+            }
+        }
+        if (!failed) break;
+    }
+    EXPECT_GE(dropped, 1);
+
+    // Taken out by hand: the current entry goes, the first remaining one becomes current.
+    std::array<uiWidget*, 3> abc = threeEntries();
+    EXPECT_TRUE(key(9)); // b is current
+    dialog->removeTabEntries(abc[1]);
+    dialog->resetTabFocus();
+    EXPECT_TRUE(abc[0]->getInputFocus());
+    EXPECT_FALSE(abc[2]->getInputFocus());
+    EXPECT_TRUE(key(9));
+    EXPECT_TRUE(abc[2]->getInputFocus());
+    EXPECT_TRUE(key(9));
+    EXPECT_TRUE(abc[0]->getInputFocus());
+    dialog->removeTabEntries(dialog.get()); // all of them
+    EXPECT_TRUE(key(9));
+    EXPECT_TRUE(abc[0]->getInputFocus());
+}
+
 } // namespace

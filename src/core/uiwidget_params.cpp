@@ -71,7 +71,13 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
             return;
         }
         addChild(child, false); // the child keeps the states its own block gave it
-        if (!children || children->widget != child) delete child; // no list node: addChild has logged it
+        if (!children || children->widget != child) {
+            // No list node (addChild has logged it): the child goes, and with it the tab entries that
+            // its block gave the dialogs above.
+            for (uiWidget* w = this; w; w = w->parent)
+                if (w->isType("uiDialog")) static_cast<uiDialog*>(w)->removeTabEntries(child);
+            delete child;
+        }
         return;
     }
     if (ui::equalNoCase(key, "#scriptlet")) {

@@ -104,6 +104,31 @@ void uiDialog::addTabEntry(uiWidget* w) {
     }
 }
 
+namespace {
+bool isWithin(uiWidget* w, const uiWidget* subtree) {
+    for (; w; w = w->getParent())
+        if (w == subtree) return true;
+    return false;
+}
+} // namespace
+
+void uiDialog::removeTabEntries(const uiWidget* subtree) {
+    TabNode* previous = nullptr;
+    for (TabNode* node = m_tabHead; node;) {
+        TabNode* next = node->next;
+        if (isWithin(node->widget, subtree)) {
+            (previous ? previous->next : m_tabHead) = next;
+            if (m_tabTail == node) m_tabTail = previous;
+            if (m_tabCurrent == node) m_tabCurrent = nullptr;
+            ui::poolDelete(kUIPool, node);
+        } else {
+            previous = node;
+        }
+        node = next;
+    }
+    if (!m_tabCurrent) m_tabCurrent = m_tabHead;
+}
+
 void uiDialog::resetTabFocus() {
     for (TabNode* node = m_tabHead; node; node = node->next)
         node->widget->setInputFocus(node == m_tabCurrent, true);
