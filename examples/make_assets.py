@@ -84,6 +84,12 @@ def main():
     write_wav("click.wav", 0.08, 900)
     write_wav("highlight.wav", 0.05, 1500)
     sheet("level.png", 64, 64, [[box(64, 64, c + (255,), (255, 255, 255, 255), 8) for c in palette]])
+    # Name entry: a field behind each entry and a text cursor that blinks (shown, then empty).
+    write_png("field.png", 300, 40, box(300, 40, (10, 12, 24, 255), (90, 110, 170, 255), 6))
+    sheet("cursor.png", 12, 26, [[lambda x, y: (255, 220, 90, 255) if 2 <= x < 10 and y >= 20 else (0, 0, 0, 0),
+                                  lambda x, y: (0, 0, 0, 0)]])
+    # Loading screen: a frame around the bar.
+    write_png("barframe.png", 272, 32, box(272, 32, (10, 12, 24, 255), (150, 150, 170, 255), 6))
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <cstdio>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 #include "colourlog.h"
@@ -14,22 +15,33 @@
 #include "sdlsound.h"
 #include "uidialog.h"
 #include "uidigitalbanner.h"
+#include "uigamecontainer.h"
 #include "uiprogressbar.h"
+#include "screenloader.h"
 #include "uisubsystem.h"
 #include "uiwidget.h"
 
 namespace {
 
-struct Session {
-    uiSubsystem* ui;
-    uiWidget* root;
-    bool quit = false;
-    int actions = 0;
-};
+struct Session;
 
 struct BoundAction {
     Session* session;
     ClickAction action;
+};
+
+struct Session {
+    Session(const ViewOptions& o, uiSubsystem* u) : options(o), ui(u) {}
+    const ViewOptions& options;
+    uiSubsystem* ui;
+    uiWidget* root = nullptr;
+    bool quit = false;
+    int actions = 0;
+    std::vector<BoundAction> bound;
+    std::unique_ptr<ScreenLoader> loader; // --load: the next screens
+    std::vector<uiWidget*> shown;         // roots shown so far, deleted at the end
+    int switchedAt = -1;                  // frame of the switch to the loaded screen
+    uiDialog* settled = nullptr;          // the top dialog last reset
 };
 
 bool onClick(uiWidget*, void* client, int, int) {
@@ -40,7 +52,13 @@ bool onClick(uiWidget*, void* client, int, int) {
         s.quit = true;
     else if (bound->action.verb == "pop")
         s.ui->popDialog(s.ui->topDialog(), true);
-    else if (uiWidget* d = s.root->getWidget(bound->action.dialog.c_str(), 0, true))
+    else if (bound->action.verb == "pause") {
+        if (uiWidget* c = s.root->getWidget(bound->action.dialog.c_str(), 0, true))
+            if (c->isType("uiGameContainer")) {
+                auto* container = static_cast<uiGameContainer*>(c);
+                container->setPaused(!container->getPaused());
+            }
+    } else if (uiWidget* d = s.root->getWidget(bound->action.dialog.c_str(), 0, true))
         if (d->isType("uiDialog")) s.ui->pushDialog(static_cast<uiDialog*>(d), true);
     return true;
 }
@@ -60,9 +78,10 @@ void bindToggles(uiWidget* w) {
         bindToggles(node->widget);
 }
 
+// Actions name widgets of any of the screens shown: those of other screens are left out.
 void bindActions(std::vector<BoundAction>& bound) {
     for (BoundAction& b : bound) {
-        uiWidget* w = b.session->root->getWidget(b.action.widget.c_str(), 0, true);
+        uiWidget* w = b.session->root->getWidget(b.action.widget.c_str(), 0, false);
         if (!w) continue;
         _WidgetMap_s map{};
         map.mouseUpCb = onClick;
@@ -72,9 +91,10 @@ void bindActions(std::vector<BoundAction>& bound) {
 
 void printBanners(const ViewOptions& o, uiWidget* root) {
     for (const auto& b : o.banners) {
-        uiWidget* w = root->getWidget(b.first.c_str(), 0, true);
+        uiWidget* w = root->getWidget(b.first.c_str(), 0, false);
+        if (!w) continue; // a banner of another screen
         std::ifstream in(b.second);
-        if (!w || !w->isType("uiDigitalBanner") || !in) {
+        if (!w->isType("uiDigitalBanner") || !in) {
             std::fprintf(stderr, "uiview: no banner %s or no messages in %s\n", b.first.c_str(),
                          b.second.c_str());
             continue;
@@ -82,6 +102,58 @@ void printBanners(const ViewOptions& o, uiWidget* root) {
         unsigned int priority = 0;
         for (std::string line; std::getline(in, line);)
             if (!line.empty()) static_cast<uiDigitalBanner*>(w)->print(priority++, "%s", line.c_str());
+    }
+}
+
+// Makes `root` the screen: top-level widget (pushed when it is a dialog), with the start-up settings
+// and the click actions that name its widgets.
+void showScreen(Session& s, uiWidget* root) {
+    const ViewOptions& o = s.options;
+    s.root = root;
+    s.shown.push_back(root);
+    s.ui->clearDialogStack(false);
+    s.ui->setTopLevelWidget(root);
+    if (root->isType("uiDialog")) s.ui->pushDialog(static_cast<uiDialog*>(root), true);
+    for (const auto& v : o.values)
+        if (uiWidget* bar = root->getWidget(v.first.c_str(), 0, false))
+            if (bar->isType("uiProgressBar")) static_cast<uiProgressBar*>(bar)->setValue(v.second, false);
+    printBanners(o, root);
+    for (const std::string& path : o.push)
+        if (uiWidget* d = root->getWidget(path.c_str(), 0, false))
+            if (d->isType("uiDialog")) s.ui->pushDialog(static_cast<uiDialog*>(d), true);
+    bindToggles(root);
+    bindActions(s.bound);
+}
+
+// --load: starts loading the next screens, fed into the bar at --progress.
+void startLoading(Session& s) {
+    const ViewOptions& o = s.options;
+    if (o.load.empty()) return;
+    uiProgressBar* bar = nullptr;
+    if (!o.progress.empty()) {
+        uiWidget* w = s.root->getWidget(o.progress.c_str(), 0, true);
+        if (w && w->isType("uiProgressBar"))
+            bar = static_cast<uiProgressBar*>(w);
+        else
+            std::fprintf(stderr, "uiview: no progress bar %s\n", o.progress.c_str());
+    }
+    s.loader = std::make_unique<ScreenLoader>(o.load, bar);
+}
+
+// A dialog that comes to the top is reset once it is idle, as a game does when it shows one: showing
+// gave every widget in it input focus, the reset leaves it with the current tab entry alone.
+void settleTopDialog(Session& s) {
+    uiDialog* top = s.ui->topDialog();
+    if (top == s.settled || !top || !s.ui->topDialogIsIdle(top)) return;
+    top->reset();
+    s.settled = top;
+}
+
+void loadingFrame(Session& s, unsigned int ms, int frame) {
+    if (!s.loader) return;
+    if (uiWidget* next = s.loader->frame(ms)) {
+        showScreen(s, next);
+        s.switchedAt = frame;
     }
 }
 
@@ -119,10 +191,13 @@ int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, S
     for (int frame = 0; frame < o.frames && !s.quit; ++frame) {
         const unsigned int now = static_cast<unsigned int>(frame * o.ms);
         bool save = !marked;
-        for (; next < events.size() && events[next].time <= now; ++next) {
+        // A png line pictures the events before it: later events of the same time wait for the next frame.
+        for (; next < events.size() && events[next].time <= now && !(save && marked); ++next) {
             save |= events[next].kind == ScriptEvent::Png;
             sendScripted(events[next], *s.ui);
         }
+        loadingFrame(s, static_cast<unsigned int>(o.ms), frame);
+        settleTopDialog(s);
         s.ui->render(static_cast<unsigned int>(o.ms));
         gfx.present();
         if (o.png.empty() || !save) continue;
@@ -144,6 +219,8 @@ void runWindow(SdlGfx& gfx, Session& s) {
         while (SDL_PollEvent(&event))
             running = forwardSdlEvent(event, *s.ui) && running;
         const Uint32 now = SDL_GetTicks();
+        loadingFrame(s, now - last, 0);
+        settleTopDialog(s);
         s.ui->render(now - last);
         last = now;
         gfx.present();
@@ -205,32 +282,27 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "uiview: cannot run %s\n", o.file.c_str());
             status = 1;
         } else {
-            ui->setTopLevelWidget(root);
-            if (root->isType("uiDialog")) ui->pushDialog(static_cast<uiDialog*>(root), true);
-            for (const auto& v : o.values)
-                if (uiWidget* bar = root->getWidget(v.first.c_str(), 0, true))
-                    if (bar->isType("uiProgressBar"))
-                        static_cast<uiProgressBar*>(bar)->setValue(v.second, false);
-            printBanners(o, root);
-            for (const std::string& path : o.push)
-                if (uiWidget* d = root->getWidget(path.c_str(), 0, true))
-                    if (d->isType("uiDialog")) ui->pushDialog(static_cast<uiDialog*>(d), true);
-            if (o.stats) ui->gfxStatistics(true, o.statsFont.c_str());
-            Session session{ui, root};
-            std::vector<BoundAction> bound;
+            Session session(o, ui);
             for (const ClickAction& a : o.actions)
-                bound.push_back(BoundAction{&session, a});
-            bindToggles(root);
-            bindActions(bound);
+                session.bound.push_back(BoundAction{&session, a});
+            showScreen(session, root);
+            startLoading(session);
+            if (o.stats) ui->gfxStatistics(true, o.statsFont.c_str());
             if (offScreen) {
                 const int saved = runOffScreen(o, events, gfx, session);
-                std::printf("%s: %d frames of %d ms, %zu input events, %d clicks acted on, %d PNG frames\n",
+                std::printf("%s: %d frames of %d ms, %zu input events, %d clicks acted on, %d PNG frames",
                             o.file.c_str(), o.frames, o.ms, events.size(), session.actions, saved);
+                if (session.loader)
+                    std::printf(", %d of %zu screens loaded in the background, shown from frame %d",
+                                session.loader->loaded(), o.load.size(), session.switchedAt);
+                std::printf("\n");
             } else {
                 runWindow(gfx, session);
             }
+            session.loader.reset(); // ends the worker before the subsystem shuts down
             ui->shutdown();
-            delete root;
+            for (uiWidget* shown : session.shown)
+                delete shown;
         }
         delete ui;
         g_gfx = nullptr;

@@ -8,6 +8,8 @@ void printHelp() {
         "usage: uiview FILE [options]\n"
         "Loads the UI description FILE and runs it. Names inside it (includes, sprites, fonts, sounds,\n"
         "particle files) are looked up next to FILE. A root that is a dialog is pushed on the dialog stack.\n"
+        "A dialog that comes to the top of the stack is reset once idle, as a game does when it shows one:\n"
+        "its tab entries lose input focus but the current one.\n"
         "\n"
         "  --size WxH          screen size in pixels (default 800x600)\n"
         "  --frames N          run N frames off screen, without a window or display\n"
@@ -18,7 +20,8 @@ void printHelp() {
         "                        key CODE                       key down and up of a library key code\n"
         "                        char TEXT                      text typed, one character event each\n"
         "                        wait MS                        later lines happen MS milliseconds later\n"
-        "                        png                            save the frame after this line's time\n"
+        "                        png                            save the frame of the lines so far; later\n"
+        "                                                       lines of the same time come a frame later\n"
         "                      '#' starts a comment\n"
         "  --stats             show the statistics overlay\n"
         "  --stats-font NAME   font of the overlay (default: stats, from stats.font)\n"
@@ -27,8 +30,17 @@ void printHelp() {
         "  --banner PATH=FILE  print each line of FILE (banner markup) on the digital banner at PATH,\n"
         "                      priorities in line order\n"
         "  --on PATH=push:DLG  a click on the widget at PATH pushes the dialog at DLG (dotted paths)\n"
+        "  --on PATH=pause:C   a click on the widget at PATH pauses the game container at C, or resumes it\n"
         "  --on PATH=pop       a click on the widget at PATH pops the top dialog\n"
         "  --on PATH=quit      a click on the widget at PATH ends uiview\n"
+        "  --load F1[,F2...]   load these descriptions (next to FILE) one after the other on a background\n"
+        "                      loader's worker thread while FILE runs; once all have arrived (and the bar\n"
+        "                      of --progress shows full) the first becomes the screen. A load is collected\n"
+        "                      600 ms of frame time after its request (waiting for the worker if needed),\n"
+        "                      so off-screen sessions give the same pictures on every run\n"
+        "  --progress PATH     the progress bar at PATH counts the loaded files (range 0 to their number)\n"
+        "  Start-up options (--value, --banner, --push) and --on actions apply to whichever screen has\n"
+        "  the widget at PATH, the loaded one included.\n"
         "  --help              this text\n"
         "\n"
         "In a window, keys reach the library as: Enter 13, Escape 27, Backspace 127, Tab 9,\n"
@@ -46,7 +58,8 @@ bool parseAction(const char* text, ClickAction& action) {
     const size_t colon = rest.find(':');
     action.verb = rest.substr(0, colon);
     if (colon != std::string::npos) action.dialog = rest.substr(colon + 1);
-    return action.verb == "pop" || action.verb == "quit" || (action.verb == "push" && !action.dialog.empty());
+    return action.verb == "pop" || action.verb == "quit" ||
+           ((action.verb == "push" || action.verb == "pause") && !action.dialog.empty());
 }
 
 } // namespace
@@ -57,7 +70,8 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
         const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
         const bool takesValue = arg == "--size" || arg == "--frames" || arg == "--ms" || arg == "--png" ||
                                 arg == "--script" || arg == "--stats-font" || arg == "--on" ||
-                                arg == "--push" || arg == "--value" || arg == "--banner";
+                                arg == "--push" || arg == "--value" || arg == "--banner" || arg == "--load" ||
+                                arg == "--progress";
         if (takesValue && !value) {
             std::fprintf(stderr, "uiview: %s needs a value\n", arg.c_str());
             return false;
@@ -84,6 +98,15 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
             o.statsFont = value;
         else if (arg == "--push")
             o.push.push_back(value);
+        else if (arg == "--load") {
+            for (const char* p = value; *p;) {
+                const char* comma = std::strchr(p, ',');
+                const std::string name = comma ? std::string(p, comma) : std::string(p);
+                if (!name.empty()) o.load.push_back(name);
+                p = comma ? comma + 1 : p + name.size();
+            }
+        } else if (arg == "--progress")
+            o.progress = value;
         else if (arg == "--value" || arg == "--banner") {
             const char* eq = std::strchr(value, '=');
             if (!eq) {
@@ -98,7 +121,9 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
         } else if (arg == "--on") {
             ClickAction action;
             if (!parseAction(value, action)) {
-                std::fprintf(stderr, "uiview: --on wants PATH=push:DIALOG, PATH=pop or PATH=quit, got %s\n",
+                std::fprintf(stderr,
+                             "uiview: --on wants PATH=push:DIALOG, PATH=pause:CONTAINER, PATH=pop or "
+                             "PATH=quit, got %s\n",
                              value);
                 return false;
             }
@@ -108,6 +133,10 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
             return false;
         } else
             o.file = arg;
+    }
+    if (!o.progress.empty() && o.load.empty()) {
+        std::fprintf(stderr, "uiview: --progress needs --load\n");
+        return false;
     }
     if (!o.help && o.file.empty()) {
         std::fprintf(stderr, "uiview: no description file given (see --help)\n");

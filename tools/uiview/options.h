@@ -6,7 +6,7 @@
 struct ClickAction {
     std::string widget; // full dotted path from the root
     std::string verb;   // push, pop or quit
-    std::string dialog; // for push: full dotted path of the dialog
+    std::string dialog; // for push: full dotted path of the dialog; for pause: of the game container
 };
 
 struct ViewOptions {
@@ -19,9 +19,11 @@ struct ViewOptions {
     bool stats = false;
     std::string statsFont = "stats";
     std::vector<ClickAction> actions;
-    std::vector<std::pair<std::string, int>> values; // progress bars set at the start
-    std::vector<std::string> push;
-    std::vector<std::pair<std::string, std::string>> banners; // banner path, file of messages                   // dialogs pushed at the start, by dotted path
+    std::vector<std::pair<std::string, int>> values;          // progress bars set at the start
+    std::vector<std::string> push;                            // dialogs pushed at the start, by dotted path
+    std::vector<std::pair<std::string, std::string>> banners; // banner path, file of messages
+    std::vector<std::string> load; // screens loaded in the background, shown when all have arrived
+    std::string progress;          // progress bar fed by the background loads
     bool help = false;
 };
 
