@@ -110,10 +110,16 @@ TEST_F(Uilint, ReportsUnbalancedBracesAndUnclosedComments) {
     // One "}" too many closes the root early: the rest of the file is never read.
     write("extra.txt", std::string(kPanelHead) + "    child a = uiButton\n    {\n    }\n    }\n"
                                                  "    /*\n    a comment is not text\n    */\n    x = 3\n}\n");
-    EXPECT_EQ(run("open.txt extra.txt"), 1);
-    EXPECT_EQ(output, "open.txt:4: error: [open.txt:4] comment never closed: */ missing\n"
-                      "open.txt:2: error: [open.txt:2] block of panel never closed: } missing\n"
-                      "extra.txt:10: error: text after the closing } of panel is not read\n");
+    // A "{" on the header line is not read: the block never opens and its lines are skipped.
+    write("noopen.txt", "panel = uiNonVisualWidget {\n    x = 1\n}\n");
+    write("late.txt", std::string("panel = uiNonVisualWidget\n    x = 1\n/*\n*/\n{\n}\n"));
+    EXPECT_EQ(run("open.txt extra.txt noopen.txt late.txt"), 1);
+    EXPECT_EQ(output,
+              "open.txt:4: error: [open.txt:4] comment never closed: */ missing\n"
+              "open.txt:2: error: [open.txt:2] block of panel never closed: } missing\n"
+              "extra.txt:10: error: text after the closing } of panel is not read\n"
+              "noopen.txt:1: error: block of panel never opened: { missing; its lines up to } are ignored\n"
+              "late.txt:2: warning: line before the { of panel is ignored\n");
 }
 
 TEST_F(Uilint, ReportsIncludesAndScriptletsThatAreMissingOrCyclic) {

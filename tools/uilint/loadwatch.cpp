@@ -86,6 +86,32 @@ void LoadWatch::done(uiWidget* widget) {
     if (!uiLoadPlace(&file, &line)) return;
     const uiWidget* parent = widget->getParent();
     if (!parent || m_headers[parent].file != file) m_roots.push_back({file, widget->name, line});
+    const auto header = m_headers.find(widget);
+    if (header != m_headers.end() && header->second.file == file) checkOpening(widget, header->second, line);
+}
+
+// The library reads an object's lines only once its "{" line has come; `closing` is the line that
+// ended the object.
+void LoadWatch::checkOpening(const uiWidget* widget, const Place& header, int closing) {
+    const std::string* last = lineText(header.file, closing);
+    const std::vector<std::string> end = last ? tokens(*last) : std::vector<std::string>();
+    if (end.empty() || end[0] != "}") return; // never closed: the library has reported it
+    bool inComment = false;
+    std::vector<std::string> t;
+    int ignored = 0;
+    for (int line = nextStatement(header.file, header.line + 1, &inComment, &t); line && line < closing;
+         line = nextStatement(header.file, line + 1, &inComment, &t)) {
+        if (t[0] == "{") {
+            if (ignored)
+                m_out.addAt(header.file, ignored, 1,
+                            "line before the { of " + std::string(widget->name) + " is ignored");
+            return;
+        }
+        if (!ignored) ignored = line;
+    }
+    m_out.addAt(header.file, header.line, 2,
+                "block of " + std::string(widget->name) +
+                    " never opened: { missing; its lines up to } are ignored");
 }
 
 void LoadWatch::wake(uiWidget* widget) {
@@ -104,17 +130,9 @@ void LoadWatch::finish() {
             scriptlet = scriptlet || uiWidget::s_namesEqual(s.c_str(), root.file.c_str());
         if (scriptlet) continue;
         bool inComment = false;
-        for (int line = root.end + 1; const std::string* text = lineText(root.file, line); ++line) {
-            const std::vector<std::string> t = tokens(*text);
-            if (t.empty()) continue;
-            if (t[0] == "/*" || t[0] == "*/") {
-                inComment = t[0] == "/*";
-                continue;
-            }
-            if (inComment) continue;
+        std::vector<std::string> t;
+        if (const int line = nextStatement(root.file, root.end + 1, &inComment, &t))
             m_out.addAt(root.file, line, 2, "text after the closing } of " + root.name + " is not read");
-            break;
-        }
     }
 }
 
@@ -127,6 +145,20 @@ const std::string* LoadWatch::lineText(const std::string& file, int line) {
     }
     if (line < 1 || line > static_cast<int>(it->second.size())) return nullptr;
     return &it->second[line - 1];
+}
+
+int LoadWatch::nextStatement(const std::string& file, int line, bool* inComment,
+                             std::vector<std::string>* t) {
+    for (; const std::string* text = lineText(file, line); ++line) {
+        *t = tokens(*text);
+        if (t->empty()) continue;
+        if ((*t)[0] == "/*" || (*t)[0] == "*/") {
+            *inComment = (*t)[0] == "/*";
+            continue;
+        }
+        if (!*inComment) return line;
+    }
+    return 0;
 }
 
 // Called right after the widget has read the line: the place being read is still that line.

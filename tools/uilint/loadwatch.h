@@ -6,6 +6,8 @@
 //   - "tabentry" without a value in a widget with no dialog above it: the key does nothing (warning);
 //   - sounds ("clicksound", "highlightsound", "sound") and a button's particle file ("particlesystem"),
 //     which are only asked of the services when played: checked against the asset folder;
+//   - a block that never opened with "{" (its lines up to "}" are ignored; error) and lines between a
+//     header and its "{" (ignored; warning), checked when the object is done;
 //   - text after the closing "}" of a description's root object, which the library never reads (a "}"
 //     too many above it, most of the time): reported by finish(), once the scriptlets are known.
 // It also keeps each widget's header and the values its keys named, so that wake() can place what a
@@ -40,8 +42,12 @@ private:
     void created(uiWidget* widget);
     void done(uiWidget* widget);
     void paramRead(uiWidget* widget);
+    void checkOpening(const uiWidget* widget, const Place& header, int closing);
     // The text of `line` (from 1) of `file`, split into lines as the parser splits them; null if none.
     const std::string* lineText(const std::string& file, int line);
+    // The first line from `line` on that holds a statement (a token outside comments, which are skipped
+    // as the library skips them), with its tokens; 0 at the end of the file. *inComment carries over.
+    int nextStatement(const std::string& file, int line, bool* inComment, std::vector<std::string>* tokens);
 
     Diagnostics& m_out;
     const AssetFolder& m_assets;
