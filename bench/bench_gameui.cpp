@@ -104,9 +104,9 @@ void trace(benchmark::State& state, Scene s) {
 
 void registerAll() {
     std::vector<Scene> scenes = Scene::standard();
-    // 100,000 containers only: as many buttons make a description beyond the loader's file-size limit.
     for (Shape sh : {Shape::Flat, Shape::Nested})
-        scenes.push_back({sh, Kind::Container, 100000});
+        for (Kind k : {Kind::Container, Kind::Button})
+            scenes.push_back({sh, k, 100000});
     for (const Scene& s : scenes) {
         const std::string l = s.label();
         benchmark::RegisterBenchmark(("gameui/load/" + l).c_str(), load, s)->Unit(benchmark::kMicrosecond);

@@ -20,25 +20,25 @@ std::string gameuiDescription(const Scene& scene) {
     for (size_t i = 1; i < nodes.size(); ++i)
         children[nodes[i].parent].push_back(static_cast<int>(i));
 
+    // Written without indentation, as a tool would generate it: 100,000 buttons then stay within the
+    // loader's 16 MiB file limit.
     std::string out;
-    out.reserve(nodes.size() * 128);
-    std::function<void(int, const std::string&)> write = [&](int n, const std::string& indent) {
+    out.reserve(nodes.size() * 112);
+    std::function<void(int)> write = [&](int n) {
         const Node& node = nodes[n];
         const bool button = scene.isButton(n);
         const char* type = button ? "uiButton" : "uiNonVisualWidget";
-        out += indent + (n == 0 ? "" : "child ") + gameuiName(n) + " = " + type + "\n" + indent + "{\n";
-        const std::string in = indent + "    ";
-        out += in + "x = " + std::to_string(node.x) + "\n" + in + "y = " + std::to_string(node.y) + "\n";
-        out += in + "width = " + std::to_string(node.w) + "\n" + in + "height = " + std::to_string(node.h) +
-               "\n";
-        if (button) out += in + "sprite = \"button\"\n" + in + "flags = UIB_HOVER | UIB_PRESSED\n";
+        out += (n == 0 ? "" : "child ") + gameuiName(n) + " = " + type + "\n{\n";
+        out += "x = " + std::to_string(node.x) + "\ny = " + std::to_string(node.y) + "\n";
+        out += "width = " + std::to_string(node.w) + "\nheight = " + std::to_string(node.h) + "\n";
+        if (button) out += "sprite = \"button\"\nflags = UIB_HOVER | UIB_PRESSED\n";
         for (int c : children[n])
-            write(c, in);
+            write(c);
         // State keys last, at the root only: they reach the whole tree at once.
-        if (n == 0) out += in + "visible = true\n" + in + "active = true\n" + in + "inputfocus = true\n";
-        out += indent + "}\n";
+        if (n == 0) out += "visible = true\nactive = true\ninputfocus = true\n";
+        out += "}\n";
     };
-    write(0, "");
+    write(0);
     return out;
 }
 

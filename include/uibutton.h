@@ -24,6 +24,7 @@ enum : unsigned int { UIB_PRESSED = 0x10000, UIB_HOVER = 0x20000, UIB_DONTDRAWID
 
 class UI_API uiButton : public uiVisualWidget {
     UI_DECLARE_WIDGET(uiButton)
+    friend struct ui::FrameWalk;
 
 public:
     uiButton();

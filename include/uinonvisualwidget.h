@@ -6,6 +6,10 @@
 
 class UI_API uiNonVisualWidget : public uiWidget {
     UI_DECLARE_WIDGET(uiNonVisualWidget)
+    friend struct ui::FrameWalk;
+
+public:
+    uiNonVisualWidget();
 
 protected:
     void _update(int x, int y) override {}

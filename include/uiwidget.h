@@ -14,6 +14,9 @@
 
 class uiWidget;
 class Parser;
+namespace ui {
+struct FrameWalk;
+}
 class soundHandle;
 
 enum e_uiEvent {
@@ -90,6 +93,8 @@ struct _WidgetMap_s {
 };
 
 class UI_API uiWidget {
+    friend struct ui::FrameWalk; // the frame and input recursions
+
 public:
     static constexpr unsigned int kDepthSlots = 96;
     static constexpr int kUIPool = 9;  // widgets, list nodes, records

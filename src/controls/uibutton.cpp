@@ -1,5 +1,6 @@
 // uiButton: animation by state, frame stepping, sounds, hotkeys, particle system and the click gesture.
 #include "uibutton.h"
+#include "core/uiexactclass.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -41,6 +42,7 @@ const char* uiButton::s_highlightDefault = "highlight";
 UI_DEFINE_WIDGET(uiButton, uiVisualWidget, "uibutton.h")
 
 uiButton::uiButton() {
+    ui::g_exactButton.record(this);
     ui::copyName(clickSound, s_clickDefault);
     ui::copyName(highlightSound, s_highlightDefault);
 }

@@ -199,41 +199,7 @@ void uiWidget::setHeight(int h) { rect.y2 = rect.y + h; }
 
 // ---- frame recursions -------------------------------------------------------------------------------
 
-void uiWidget::update(int x, int y) {
-    if (!(flags & WF_ACTIVE)) return;
-    if (flags & WF_ROOT_COORDS) x = y = 0;
-    _update(x, y);
-    for (_WidgetList_s* node = children; node; node = node->next) node->widget->update(x + rect.x, y + rect.y);
-}
-
-void uiWidget::render(int x, int y) {
-    if (!(flags & WF_VISIBLE)) return;
-    if (flags & WF_ROOT_COORDS) x = y = 0;
-    _render(x, y);
-    for (_WidgetList_s* node = children; node; node = node->next) node->widget->render(x + rect.x, y + rect.y);
-}
-
-bool uiWidget::inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
-    if (!(flags & WF_INPUT_FOCUS)) return handled;
-    if ((flags & WF_ROOT_COORDS) && parent) {
-        x += parent->rect.x;
-        y += parent->rect.y;
-    }
-    bool r = _inputEvent(kind, x, y, key, buttonDown, handled);
-    for (_WidgetList_s* node = children; node && !r; node = node->next)
-        r = node->widget->inputEvent(kind, x - rect.x, y - rect.y, key, buttonDown, false);
-    if (!r && globalInputFocus) {
-        int bx, by;
-        getBasisCoords(&bx, &by);
-        const int ax = x + bx, ay = y + by;
-        for (_WidgetNameList_s* entry = globalInputFocus; entry && !r; entry = entry->next) {
-            if (!entry->widget) continue;
-            entry->widget->getBasisCoords(&bx, &by);
-            r = entry->widget->inputEvent(kind, ax - bx, ay - by, key, buttonDown, false);
-        }
-    }
-    return r;
-}
+// update, render and inputEvent: src/core/uiframewalk.cpp.
 
 bool uiWidget::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
     if (handled) return false;

@@ -1,0 +1,138 @@
+// The frame and input recursions, with direct calls for the library's plain containers and buttons.
+#include "core/uiframewalk.h"
+#include <type_traits>
+#include "core/uiexactclass.h"
+#include "uibutton.h"
+#include "uinonvisualwidget.h"
+#include "uisubsystem.h"
+
+namespace ui {
+
+ExactClass g_exactContainer;
+ExactClass g_exactButton;
+
+// A mouse event that an idle button without children ignores: uiButton::_inputEvent would re-choose the
+// animation it already shows (idle: `anim`), find the point outside its rectangle (no alpha-tested
+// sprite), clear a hover and a press it does not have and return false. A release would first pop the
+// input-focus stack if the button were on top, so releases pass by only other buttons; key events may be
+// hotkeys and always take the full path.
+bool FrameWalk::buttonPassedBy(const uiButton* b, e_uiEvent kind, int x, int y, const uiWidget* focusTop) {
+    const unsigned int f = b->flags;
+    if (!(f & WF_INPUT_FOCUS)) return true;
+    if (kind != UIE_MOUSE_MOVE && kind != UIE_MOUSE_DOWN && (kind != UIE_MOUSE_UP || b == focusTop))
+        return false;
+    if ((f & WF_ALPHA_TEST) && b->spriteId != -1) return false;
+    if (b->children || b->globalInputFocus || b->hovering || b->pressed || b->lastAnim != b->anim)
+        return false;
+    if ((f & WF_ROOT_COORDS) && b->parent) {
+        x += b->parent->rect.x;
+        y += b->parent->rect.y;
+    }
+    const _uiRect_s& r = b->rect;
+    return x < r.x || x >= r.x2 || y < r.y || y >= r.y2;
+}
+
+// The top of the input-focus stack, which a button on top pops on a release.
+static uiWidget* currentFocusTop(e_uiEvent kind) {
+    return kind == UIE_MOUSE_UP && g_ui ? g_ui->getInputFocusWidget() : nullptr;
+}
+
+template <FrameWalk::Pass P, class W> void FrameWalk::frame(W* w, int x, int y) {
+    if (!(w->flags & (P == Pass::Update ? WF_ACTIVE : WF_VISIBLE))) return;
+    if (w->flags & WF_ROOT_COORDS) x = y = 0;
+    if constexpr (std::is_same_v<W, uiWidget>) {
+        if constexpr (P == Pass::Update)
+            w->_update(x, y);
+        else
+            w->_render(x, y);
+    } else if constexpr (P == Pass::Update) {
+        w->W::_update(x, y);
+    } else {
+        w->W::_render(x, y);
+    }
+    if (w->children) frameChildren<P>(w, x, y);
+}
+
+template <class W>
+bool FrameWalk::input(W* w, e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
+    if (!(w->flags & WF_INPUT_FOCUS)) return handled;
+    if ((w->flags & WF_ROOT_COORDS) && w->parent) {
+        x += w->parent->rect.x;
+        y += w->parent->rect.y;
+    }
+    bool r;
+    if constexpr (std::is_same_v<W, uiWidget>)
+        r = w->_inputEvent(kind, x, y, key, buttonDown, handled);
+    else
+        r = w->W::_inputEvent(kind, x, y, key, buttonDown, handled);
+    if (!r && w->children) r = inputChildren(w, kind, x, y, key, buttonDown);
+    if (!r && w->globalInputFocus) r = inputGlobalFocus(w, kind, x, y, key, buttonDown);
+    return r;
+}
+
+// The child loops read the parent's rectangle for every child, as a child's hook may move its parent.
+template <FrameWalk::Pass P> void FrameWalk::frameChildren(uiWidget* w, int x, int y) {
+    for (_WidgetList_s* node = w->children; node; node = node->next) {
+        uiWidget* c = node->widget;
+        const int cx = x + w->rect.x, cy = y + w->rect.y;
+        if (g_exactContainer.of(c))
+            frame<P>(static_cast<uiNonVisualWidget*>(c), cx, cy);
+        else if (g_exactButton.of(c))
+            frame<P>(static_cast<uiButton*>(c), cx, cy);
+        else if constexpr (P == Pass::Update)
+            c->update(cx, cy);
+        else
+            c->render(cx, cy);
+    }
+}
+
+bool FrameWalk::inputChildren(uiWidget* w, e_uiEvent kind, int x, int y, int key, bool buttonDown) {
+    bool r = false;
+    uiWidget* top =
+        currentFocusTop(kind); // read again after any child that ran hooks, which may change the stack
+    for (_WidgetList_s* node = w->children; node && !r; node = node->next) {
+        uiWidget* c = node->widget;
+        const int cx = x - w->rect.x, cy = y - w->rect.y;
+        if (g_exactContainer.of(c)) {
+            auto* container = static_cast<uiNonVisualWidget*>(c);
+            r = input(container, kind, cx, cy, key, buttonDown, false);
+            if (container->children || container->globalInputFocus) top = currentFocusTop(kind);
+        } else if (g_exactButton.of(c)) {
+            if (buttonPassedBy(static_cast<uiButton*>(c), kind, cx, cy, top)) continue;
+            r = input(static_cast<uiButton*>(c), kind, cx, cy, key, buttonDown, false);
+            top = currentFocusTop(kind);
+        } else {
+            r = c->inputEvent(kind, cx, cy, key, buttonDown, false);
+            top = currentFocusTop(kind);
+        }
+    }
+    return r;
+}
+
+// Global input focus widgets sit anywhere in the tree: each gets the absolute point in its own space.
+bool FrameWalk::inputGlobalFocus(uiWidget* w, e_uiEvent kind, int x, int y, int key, bool buttonDown) {
+    int bx, by;
+    w->getBasisCoords(&bx, &by);
+    const int ax = x + bx, ay = y + by;
+    bool r = false;
+    for (_WidgetNameList_s* entry = w->globalInputFocus; entry && !r; entry = entry->next) {
+        if (!entry->widget) continue;
+        entry->widget->getBasisCoords(&bx, &by);
+        r = entry->widget->inputEvent(kind, ax - bx, ay - by, key, buttonDown, false);
+    }
+    return r;
+}
+
+} // namespace ui
+
+void uiWidget::update(int x, int y) {
+    ui::FrameWalk::frame<ui::FrameWalk::Pass::Update>(this, x, y);
+}
+
+void uiWidget::render(int x, int y) {
+    ui::FrameWalk::frame<ui::FrameWalk::Pass::Render>(this, x, y);
+}
+
+bool uiWidget::inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
+    return ui::FrameWalk::input(this, kind, x, y, key, buttonDown, handled);
+}

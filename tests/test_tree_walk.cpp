@@ -1,0 +1,166 @@
+// The frame and input walks over trees of the library's own containers and buttons, which they enter
+// without virtual calls, mixed with a game's classes derived from them, which keep their overrides.
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+#include "stage.h"
+#include "testkit.h"
+#include "uibutton.h"
+#include "uinonvisualwidget.h"
+
+namespace {
+
+std::vector<std::string>* g_seen = nullptr;
+
+void note(const uiWidget* w, const std::string& what, int x, int y) {
+    if (g_seen)
+        g_seen->push_back(std::string(w->name) + " " + what + " " + std::to_string(x) + "," +
+                          std::to_string(y));
+}
+
+// A game's panel and button: library classes with the frame and input hooks overridden.
+class GamePanel : public uiNonVisualWidget {
+protected:
+    void _update(int x, int y) override { note(this, "update", x, y); }
+    void _render(int x, int y) override { note(this, "render", x, y); }
+    bool _inputEvent(e_uiEvent kind, int x, int y, int, bool, bool) override {
+        note(this, "input" + std::to_string(kind), x, y);
+        return false;
+    }
+};
+
+class GameButton : public uiButton {
+protected:
+    bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override {
+        note(this, "input" + std::to_string(kind), x, y);
+        return uiButton::_inputEvent(kind, x, y, key, buttonDown, handled);
+    }
+};
+
+template <class W> W* named(W* w, const char* name, _uiRect_s r) {
+    std::snprintf(w->name, sizeof w->name, "%s", name);
+    w->rect = r;
+    return w;
+}
+
+class TreeWalk : public ::testing::Test {
+protected:
+    testkit::Services svc;
+    testkit::Stage stage;
+    std::vector<std::string> seen;
+
+    void SetUp() override {
+        g_seen = &seen;
+        svc.gfx.defineSprite("ok", 100, 40, {4, 4, 4, 4});
+    }
+    void TearDown() override { g_seen = nullptr; }
+
+    uiButton* button(const char* name, _uiRect_s r, uiWidget* parent) {
+        uiButton* b = named(testkit::Stage::make<uiButton>("uiButton", name), name, r);
+        b->setSprite("ok", 0, 0, false);
+        return stage.attach(b, parent);
+    }
+    uiWidget* panel(const char* name, _uiRect_s r, uiWidget* parent = nullptr) {
+        return stage.attach(named(testkit::Stage::make("uiNonVisualWidget", name), name, r), parent);
+    }
+    // Where the frame drew each sprite, in drawing order.
+    std::vector<std::pair<int, int>> draws() {
+        svc.gfx.clear();
+        stage.render(16);
+        std::vector<std::pair<int, int>> out;
+        for (const testkit::GfxCall& c : svc.gfx.named("blt"))
+            out.push_back({c.ints[2], c.ints[3]});
+        return out;
+    }
+};
+
+TEST_F(TreeWalk, GameClassesDerivedFromLibraryClassesKeepTheirHooks) {
+    uiWidget* outer = panel("outer", {100, 50, 700, 550});
+    auto* mine = stage.attach(named(new GamePanel, "mine", {10, 20, 300, 300}), outer);
+    auto* gameButton = stage.attach(named(new GameButton, "gb", {5, 5, 105, 45}), mine);
+    gameButton->setSprite("ok", 0, 0, true);
+    button("plain", {200, 0, 300, 40}, outer);
+
+    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{300, 50}, {115, 75}}));
+    EXPECT_EQ(seen, (std::vector<std::string>{"mine update 100,50", "mine render 100,50"}));
+
+    // A move far from everything still reaches the game's hooks, in the space of each.
+    seen.clear();
+    stage.move(5, 580);
+    EXPECT_EQ(seen, (std::vector<std::string>{"mine input0 -95,530", "gb input0 -105,510"}));
+    seen.clear();
+    stage.move(120, 80); // over the game's button: it hovers like any button
+    EXPECT_EQ(seen, (std::vector<std::string>{"mine input0 20,30", "gb input0 10,10"}));
+    EXPECT_TRUE(gameButton->isHovering());
+    EXPECT_EQ(svc.sound.played, std::vector<std::string>({"highlight"}));
+}
+
+TEST_F(TreeWalk, ContainersAndButtonsFollowTheStatesAndCoordinates) {
+    uiWidget* outer = panel("outer", {100, 50, 700, 550});
+    uiWidget* inner = panel("inner", {10, 20, 400, 400}, outer);
+    button("a", {5, 5, 105, 45}, inner);
+    uiButton* b = button("b", {30, 60, 130, 100}, outer);
+    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {115, 75}}));
+
+    // Absolute coordinates on a panel start its subtree again from the screen's corner.
+    inner->setWidgetFlags(inner->getWidgetFlags() | WF_ROOT_COORDS);
+    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {15, 25}}));
+
+    // A hidden panel draws nothing below it; an inactive one stops its buttons' animations.
+    inner->setVisible(false, false);
+    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}}));
+    outer->setActive(false, false);
+    b->setFrame(2);
+    draws();
+    EXPECT_EQ(b->getFrame(), 2);
+    stage.update(5000);
+    EXPECT_EQ(b->getFrame(), 2);
+    outer->setActive(true, false);
+    stage.update(1001);
+    EXPECT_EQ(b->getFrame(), 3);
+
+    // A button with absolute coordinates is hit where its rectangle lies on the screen.
+    b->setWidgetFlags(b->getWidgetFlags() | WF_ROOT_COORDS);
+    stage.move(40, 70);
+    EXPECT_TRUE(b->isHovering());
+    stage.move(140, 120);
+    EXPECT_FALSE(b->isHovering());
+}
+
+TEST_F(TreeWalk, AMoveOutsideAButtonDoesWhatEnteringItWouldDo) {
+    uiWidget* outer = panel("outer", {100, 50, 700, 550});
+    uiButton* b = button("b", {0, 0, 60, 40}, outer); // narrower than its 100-pixel sprite
+    draws();
+
+    // A new animation set by the game restarts at the next event, wherever the pointer is.
+    b->setAnim(2);
+    b->setFrame(3);
+    stage.move(600, 500);
+    EXPECT_EQ(b->getFrame(), 0);
+    b->setFrame(3);
+    stage.move(600, 510);
+    EXPECT_EQ(b->getFrame(), 3);
+
+    // Hover starts and ends through the panel.
+    stage.move(150, 60);
+    EXPECT_TRUE(b->isHovering());
+    stage.move(600, 500);
+    EXPECT_FALSE(b->isHovering());
+    EXPECT_EQ(svc.sound.played, std::vector<std::string>({"highlight"}));
+
+    // A release takes the button off the top of the input-focus stack, also when it comes through the tree.
+    stage.ui().pushInputFocusWidget(b);
+    stage.root()->inputEvent(UIE_MOUSE_UP, 600, 500, 0, true, false);
+    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
+
+    // An alpha-tested sprite decides alone, also beyond the rectangle.
+    svc.gfx.setAlphaMask("ok", [](int, int, int x, int) { return x < 80; });
+    b->setWidgetFlags(b->getWidgetFlags() | WF_ALPHA_TEST);
+    stage.move(170, 60);
+    EXPECT_TRUE(b->isHovering());
+    stage.move(190, 60);
+    EXPECT_FALSE(b->isHovering());
+    EXPECT_EQ(svc.sound.played, std::vector<std::string>({"highlight", "highlight"}));
+}
+
+} // namespace
