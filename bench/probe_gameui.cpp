@@ -1,6 +1,7 @@
 // A fixed amount of work on one scene, for instruction counts under callgrind:
-//   probe_gameui frame|move|click flat|nested container|button COUNT ITERATIONS
-// Runs ITERATIONS frames (render), or ITERATIONS sweeps of the benchmarks' pointer path.
+//   probe_gameui load|frame|move|click flat|nested container|button COUNT ITERATIONS
+// Runs ITERATIONS loads of the scene (each tree deleted again), ITERATIONS frames (render), or ITERATIONS
+// sweeps of the benchmarks' pointer path.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,7 +13,8 @@ using namespace bench;
 
 int main(int argc, char** argv) {
     if (argc != 6) {
-        std::fprintf(stderr, "usage: %s frame|move|click flat|nested container|button COUNT ITERATIONS\n",
+        std::fprintf(stderr,
+                     "usage: %s load|frame|move|click flat|nested container|button COUNT ITERATIONS\n",
                      argv[0]);
         return 2;
     }
@@ -31,6 +33,10 @@ int main(int argc, char** argv) {
     }
     const auto path = pointerPath(s);
     for (int i = 0; i < iterations; ++i) {
+        if (op == "load") {
+            delete env.ui().loadUI(file.c_str());
+            continue;
+        }
         if (op == "frame") {
             env.ui().render(16);
             continue;

@@ -6,8 +6,13 @@ namespace {
 
 char s_empty[1] = {'\0'};
 
+// Delimiter sets are a character or two: a plain loop beats a library call per character.
 bool isBlank(char c, const char* delimiters) {
-    return c == ' ' || c == '\t' || (c && delimiters && std::strchr(delimiters, c));
+    if (c == ' ' || c == '\t') return true;
+    if (c && delimiters)
+        for (const char* d = delimiters; *d; ++d)
+            if (*d == c) return true;
+    return false;
 }
 
 char* skipBlanks(char* p, const char* delimiters) {

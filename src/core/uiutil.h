@@ -16,7 +16,17 @@ inline void copyName(char* dst, std::size_t capacity, const char* src) {
 }
 template <std::size_t N> inline void copyName(char (&dst)[N], const char* src) { copyName(dst, N, src); }
 
-bool equalNoCase(const char* a, const char* b);
+// Case-insensitive equality by std::tolower. Loading compares every key with each class's key names,
+// and most of those comparisons fail at the first character: two ASCII characters that differ in more
+// than the case bit are never the same letter, which the inline part answers without a call.
+bool equalNoCaseFull(const char* a, const char* b);
+inline bool equalNoCase(const char* a, const char* b) {
+    if (a && b) {
+        const unsigned char ca = static_cast<unsigned char>(*a), cb = static_cast<unsigned char>(*b);
+        if (ca != cb && ca < 0x80 && cb < 0x80 && (ca | 0x20) != (cb | 0x20)) return false;
+    }
+    return equalNoCaseFull(a, b);
+}
 
 // Plain records (list nodes, entries) from a pool; null when the memory manager has none.
 template <class T> T* poolNew(int pool, const char* file, unsigned int line) {
