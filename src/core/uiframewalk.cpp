@@ -12,24 +12,20 @@ ExactClass g_exactContainer;
 ExactClass g_exactButton;
 
 // A mouse event that an idle button without children ignores: uiButton::_inputEvent would re-choose the
-// animation it already shows (idle: `anim`), find the point outside its rectangle (no alpha-tested
-// sprite), clear a hover and a press it does not have and return false. A release would first pop the
+// animation it already shows (idle: `anim`), find the point outside its rectangle, clear a hover and a
+// press it does not have and return false. A release would first pop the
 // input-focus stack if the button were on top, so releases pass by only other buttons; key events may be
 // hotkeys and always take the full path.
-bool FrameWalk::buttonPassedBy(const uiButton* b, e_uiEvent kind, int x, int y, const uiWidget* focusTop) {
+inline bool FrameWalk::buttonPassedBy(const uiButton* b, e_uiEvent kind, int x, int y,
+                                      const uiWidget* focusTop) {
     const unsigned int f = b->flags;
     if (!(f & WF_INPUT_FOCUS)) return true;
-    if (kind != UIE_MOUSE_MOVE && kind != UIE_MOUSE_DOWN && (kind != UIE_MOUSE_UP || b == focusTop))
-        return false;
-    if ((f & WF_ALPHA_TEST) && b->spriteId != -1) return false;
-    if (b->children || b->globalInputFocus || b->hovering || b->pressed || b->lastAnim != b->anim)
-        return false;
-    if ((f & WF_ROOT_COORDS) && b->parent) {
-        x += b->parent->rect.x;
-        y += b->parent->rect.y;
-    }
+    // Absolute coordinates and alpha tests are rare: such buttons take the full path.
+    if (f & (WF_ROOT_COORDS | WF_ALPHA_TEST)) return false;
     const _uiRect_s& r = b->rect;
-    return x < r.x || x >= r.x2 || y < r.y || y >= r.y2;
+    if (r.x <= x && x < r.x2 && r.y <= y && y < r.y2) return false;
+    if (kind > UIE_MOUSE_UP || (kind == UIE_MOUSE_UP && b == focusTop)) return false;
+    return !b->children && !b->globalInputFocus && !b->hovering && !b->pressed && b->lastAnim == b->anim;
 }
 
 // The top of the input-focus stack, which a button on top pops on a release.
