@@ -148,7 +148,9 @@ TEST_F(Uilint, ReportsUnresolvedPathsAtTheKeyThatNamedThem) {
     write("focus.txt", "globalinputfocus = menu.nobody\n");
     // A widget that joins the tab order of the dialogs above it, with none above.
     write("lone.txt", "lone = uiNonVisualWidget\n{\n    tabentry\n}\n");
-    EXPECT_EQ(run("menu.txt lone.txt"), 1);
+    // Lines end as the parser ends them: CR LF and a lone CR count once.
+    write("crlf.txt", "crlf = uiNonVisualWidget\r\n{\r\r\n    globalinputfocus = crlf.x\r\n}\r\n");
+    EXPECT_EQ(run("menu.txt lone.txt crlf.txt"), 1);
     EXPECT_EQ(output, "menu.txt:8: error: uiWidget::getWidget(): Unknown name: menu.gone\n"
                       "menu.txt:8: error: uiAnimDialog[menu]: Failed to map subAnim widget: menu.gone\n"
                       "menu.txt:9: error: uiWidget::getWidget(): Unknown name: menu.ghost\n"
@@ -157,7 +159,9 @@ TEST_F(Uilint, ReportsUnresolvedPathsAtTheKeyThatNamedThem) {
                       "focus.txt:1: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
                       "menu.txt:6: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
                       "focus.txt:1: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
-                      "lone.txt:3: warning: tabentry: no dialog above lone; the key does nothing\n");
+                      "lone.txt:3: warning: tabentry: no dialog above lone; the key does nothing\n"
+                      "crlf.txt:4: error: uiWidget::getWidget(): Unknown name: crlf.x\n"
+                      "crlf.txt:4: error: addGlobalInputFocusWidget(): unknown widget: crlf.x\n");
 }
 
 TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
