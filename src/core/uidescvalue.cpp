@@ -1,4 +1,5 @@
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "logger.h"
 #include "parser.h"
 
@@ -19,6 +20,20 @@ const char* nameAfterEquals(Parser* parser, const char* expectedForm) {
     const char* value = parser->GetToken(" ");
     if (!value) logExpected(expectedForm);
     return value;
+}
+
+int coordInRange(const Parser* parser, const char* name, int value) {
+    const int kept = clampCoord(value);
+    if (kept != value)
+        Logger::log(1, "...line %d: %s = %d is out of range, %d used\f", parser->GetLineNumber(), name, value,
+                    kept);
+    return kept;
+}
+
+bool coordParam(Parser* parser, const char* key, const char* name, int* value) {
+    if (!parser->ParamEqualsInt32(key, name, value)) return false;
+    *value = coordInRange(parser, name, *value);
+    return true;
 }
 
 } // namespace ui

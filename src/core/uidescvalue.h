@@ -12,6 +12,13 @@ bool expectEquals(Parser* parser, const char* expectedForm);
 // returns null.
 const char* nameAfterEquals(Parser* parser, const char* expectedForm);
 
+// A position or size read from key `name`, brought within the coordinate range (with a warning when it
+// was beyond), so that no sum of widget offsets leaves the int range.
+int coordInRange(const Parser* parser, const char* name, int value);
+
+// A position or size key (ParamEqualsInt32) whose value goes through coordInRange.
+bool coordParam(Parser* parser, const char* key, const char* name, int* value);
+
 // Logs `...expected: "<expectedForm>"` for a key whose value is missing or malformed.
 void logExpected(const char* expectedForm);
 

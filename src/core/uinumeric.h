@@ -22,6 +22,14 @@ inline int clampedProduct(long long a, long long b) {
     return clampToInt(a * b);
 }
 
+// Widget positions and sizes, and the pointer positions the game reports, stay within this many
+// pixels of 0: far beyond any screen, and the offsets of a tree as deep as a description may nest
+// (256 levels) still add up within the int range.
+constexpr int kCoordLimit = 1 << 20;
+inline int clampCoord(long long v) {
+    return v < -kCoordLimit ? -kCoordLimit : v > kCoordLimit ? kCoordLimit : static_cast<int>(v);
+}
+
 // Truncates towards zero; NaN gives 0.
 inline int truncToInt(double v) {
     if (!(v == v)) return 0;

@@ -2,6 +2,7 @@
 #include "uivisualwidget.h"
 #include "core/uialphafade.h"
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -80,8 +81,8 @@ void uiVisualWidget::_activate() {
     if (spriteId == -1) return; // drawn as nothing; the game's art pipeline reports missing sprites
     if (flags & WF_ALPHA_TEST) g_gfx->setupAlphaTestSprite(spriteId);
     if (rect.x2 == 0 && rect.y2 == 0) {
-        rect.x2 = rect.x + g_gfx->getSpriteWidth(spriteId);
-        rect.y2 = rect.y + g_gfx->getSpriteHeight(spriteId);
+        rect.x2 = ui::clampCoord(static_cast<long long>(rect.x) + g_gfx->getSpriteWidth(spriteId));
+        rect.y2 = ui::clampCoord(static_cast<long long>(rect.y) + g_gfx->getSpriteHeight(spriteId));
     }
 }
 

@@ -1,6 +1,7 @@
 // uiWidget: the tree, the state setters, the frame recursions and input delivery.
 #include "uiwidget.h"
 #include <cstring>
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -194,8 +195,8 @@ bool uiWidget::getOverrideInputFocus() const { return (flags & WF_OVERRIDE_INPUT
 bool uiWidget::getOverrideActive() const { return (flags & WF_OVERRIDE_ACTIVE) != 0; }
 int uiWidget::getWidth() const { return rect.x2 - rect.x; }
 int uiWidget::getHeight() const { return rect.y2 - rect.y; }
-void uiWidget::setWidth(int w) { rect.x2 = rect.x + w; }
-void uiWidget::setHeight(int h) { rect.y2 = rect.y + h; }
+void uiWidget::setWidth(int w) { rect.x2 = ui::clampCoord(static_cast<long long>(rect.x) + w); }
+void uiWidget::setHeight(int h) { rect.y2 = ui::clampCoord(static_cast<long long>(rect.y) + h); }
 
 // ---- frame recursions -------------------------------------------------------------------------------
 

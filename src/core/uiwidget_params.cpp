@@ -2,6 +2,7 @@
 // _parseSingleFlag chains.
 #include <cstring>
 #include "core/uidescvalue.h"
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
@@ -21,18 +22,18 @@ constexpr FlagName kBitFlags[] = {{"WF_ALPHA_TEST", WF_ALPHA_TEST},
 } // namespace
 
 void uiWidget::_parseParams(Parser* parser, char* key) {
-    if (parser->ParamEqualsInt32(key, "x", &rect.x) || parser->ParamEqualsInt32(key, "y", &rect.y) ||
-        parser->ParamEqualsInt32(key, "x2", &rect.x2) || parser->ParamEqualsInt32(key, "y2", &rect.y2))
+    if (ui::coordParam(parser, key, "x", &rect.x) || ui::coordParam(parser, key, "y", &rect.y) ||
+        ui::coordParam(parser, key, "x2", &rect.x2) || ui::coordParam(parser, key, "y2", &rect.y2))
         return;
     // A malformed size leaves the far edge where it was.
     int size = rect.x2 - rect.x;
-    if (parser->ParamEqualsInt32(key, "width", &size)) {
-        rect.x2 = rect.x + size;
+    if (ui::coordParam(parser, key, "width", &size)) {
+        rect.x2 = ui::clampCoord(static_cast<long long>(rect.x) + size);
         return;
     }
     size = rect.y2 - rect.y;
-    if (parser->ParamEqualsInt32(key, "height", &size)) {
-        rect.y2 = rect.y + size;
+    if (ui::coordParam(parser, key, "height", &size)) {
+        rect.y2 = ui::clampCoord(static_cast<long long>(rect.y) + size);
         return;
     }
     if (ui::equalNoCase(key, "depth")) {

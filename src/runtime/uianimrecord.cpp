@@ -70,11 +70,18 @@ void startFade(const _uiAnimData_s& rec, uiWidget* w, unsigned int elapsed) {
     w->setAlpha(static_cast<unsigned char>(rec.alphaTarget), rec.time, 0, true);
 }
 
+bool locParam(Parser* parser, const char* subKey, _uiAnimData_s& rec) {
+    if (!parser->ParamEqualsInt32_2(subKey, "Loc", &rec.locX, &rec.locY)) return false;
+    rec.locX = ui::coordInRange(parser, "Loc", rec.locX);
+    rec.locY = ui::coordInRange(parser, "Loc", rec.locY);
+    return true;
+}
+
 // The numeric sub-keys; the parser reports a malformed value itself.
 bool parseNumber(Parser* parser, const char* subKey, _uiAnimData_s& rec) {
     return parser->ParamEqualsUInt32(subKey, "Time", &rec.time) ||
            parser->ParamEqualsFloat32_2(subKey, "BezierControls", &rec.bezier1, &rec.bezier2) ||
-           parser->ParamEqualsInt32_2(subKey, "Loc", &rec.locX, &rec.locY) ||
+           locParam(parser, subKey, rec) ||
            parser->ParamEqualsInt32(subKey, "AlphaTarget", &rec.alphaTarget) ||
            parser->ParamEqualsInt32(subKey, "AlphaStart", &rec.alphaStart) ||
            parser->ParamEqualsInt32(subKey, "SpriteVertCount", &rec.spriteVertCount) ||

@@ -1,5 +1,6 @@
 // uiSubsystem: construction, the frame step, input routing, widget roles, the focus stack and the cursor.
 #include "uisubsystem.h"
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "logger.h"
 #include "platform.h"
@@ -73,6 +74,8 @@ int uiSubsystem::render(unsigned int ms) {
 
 void uiSubsystem::inputEvent(e_uiEvent kind, int x, int y, int key) {
     uiScopedLock lock(m_lock);
+    x = ui::clampCoord(x);
+    y = ui::clampCoord(y);
     if (kind == UIE_KEY_DOWN || kind == UIE_KEY_UP || kind == UIE_CHAR || kind == UIE_OTHER) {
         x = m_mouseX;
         y = m_mouseY;

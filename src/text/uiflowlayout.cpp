@@ -10,18 +10,6 @@
 
 UI_DEFINE_WIDGET(uiFlowLayout, uiNonVisualWidget, "uiflowlayout.h")
 
-namespace {
-
-// A position that saturates where extreme gaps or sizes would carry the child's far edge beyond the int
-// range; every ordinary position is kept as it is.
-int edgeSafe(int pos, int size) {
-    const long long low = static_cast<long long>(INT_MIN) - (size < 0 ? size : 0);
-    const long long high = static_cast<long long>(INT_MAX) - (size > 0 ? size : 0);
-    return pos < low ? static_cast<int>(low) : pos > high ? static_cast<int>(high) : pos;
-}
-
-} // namespace
-
 // ---- description keys -------------------------------------------------------------------------------
 
 void uiFlowLayout::_parseParams(Parser* parser, char* key) {
@@ -130,11 +118,12 @@ bool uiFlowLayout::_layoutChild(uiWidget* child) {
         lineExtent = 0;
         newLine = true;
     }
-    child->rect.x = edgeSafe(cursorX, w);
-    child->rect.y = edgeSafe(cursorY, h);
+    child->rect.x = ui::clampCoord(cursorX);
+    child->rect.y = ui::clampCoord(cursorY);
     child->setWidth(w);
     child->setHeight(h);
-    const int right = ui::clampedSum(cursorX, w), bottom = ui::clampedSum(cursorY, h);
+    const int right = ui::clampCoord(static_cast<long long>(cursorX) + w);
+    const int bottom = ui::clampCoord(static_cast<long long>(cursorY) + h);
     if (right > rect.x2) rect.x2 = right;
     if (bottom > rect.y2) rect.y2 = bottom;
     if (flowType == HORIZONTAL) {
