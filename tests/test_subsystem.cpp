@@ -152,24 +152,6 @@ TEST_F(Subsystem, KeysUseTheStoredPointerAndModifiersFollowKeyEventsOnly) {
                                                      "key 138", "over 30,40", "key 136", "over 30,40"}));
 }
 
-TEST_F(Subsystem, FramesAndInputAllocateNothing) {
-    ProbeWidget* child = probe("child", {10, 10, 20, 20}, root);
-    child->setWidgetStates(true, true, true, false);
-    ui->setTopLevelWidget(root);
-    ui->pushInputFocusWidget(child);
-    ProbeWidget::journal = nullptr; // the journal itself would allocate
-    const long long before = svc.memory.allocations();
-    for (int i = 0; i < 10; ++i) {
-        ui->inputEvent(UIE_MOUSE_MOVE, i, i, 0);
-        ui->inputEvent(UIE_MOUSE_DOWN, i, i, 0);
-        ui->inputEvent(UIE_MOUSE_UP, i, i, 0);
-        ui->inputEvent(UIE_KEY_DOWN, 0, 0, 65);
-        ui->update(16);
-        ui->render(16);
-    }
-    EXPECT_EQ(svc.memory.allocations(), before);
-}
-
 TEST_F(Subsystem, TraceUsesTheFocusWidgetWithoutTranslation) {
     EXPECT_EQ(ui->trace(0, 1, 1, nullptr), nullptr);
     ProbeWidget* panel = probe("panel", {100, 100, 200, 200}, root);

@@ -52,22 +52,6 @@ TEST(TestKit, SpritesAreSharedByNameAndCounted) {
     EXPECT_FALSE(gfx.alphaTestSprite(b, 0, 0, 5, 32)); // outside the frame
 }
 
-TEST(TestKit, BltFormsAreRecordedWithTheirArguments) {
-    testkit::RecordingGfx gfx;
-    gfx.blt(1, 2, 3, 4, 5, 6, 7);
-    gfx.blt(1, 2, 3, 4, 50, 60, 5, 6, 7);
-    gfx.blt(1, 2, 3, 4, 10, 20, 50, 60, 5, 6, 7);
-    gfx.bltSort(1, 9, 2, 3, 4, 5, 6, 7);
-    std::vector<testkit::GfxCall> blts = gfx.named("blt");
-    ASSERT_EQ(blts.size(), 3u);
-    EXPECT_EQ(blts[0].ints, (std::vector<int>{1, 2, 3, 4, 5, 6, 7}));
-    EXPECT_EQ(blts[1].ints.size(), 9u);
-    EXPECT_EQ(blts[2].ints, (std::vector<int>{1, 2, 3, 4, 10, 20, 50, 60, 5, 6, 7}));
-    EXPECT_EQ(gfx.named("bltSort")[0].ints[1], 9);
-    gfx.clear();
-    EXPECT_EQ(gfx.count("blt"), 0);
-}
-
 TEST(TestKit, FontsMeasureTextFromTheirWidths) {
     testkit::RecordingGfx gfx;
     gfx.defineFont("big", 20, 10);
@@ -105,37 +89,6 @@ TEST(TestKit, FontsMeasureTextFromTheirWidths) {
     EXPECT_EQ(gfx.liveFonts(), 1);
 }
 
-TEST(TestKit, ParticleInstancesLiveUntilReleased) {
-    testkit::RecordingGfx gfx;
-    gfx.failParticles("bad.psys");
-    int a = gfx.createParticleSystemInstance("owner", "fire.psys");
-    int b = gfx.createParticleSystemInstance("owner", "smoke.psys");
-    int c = gfx.createParticleSystemInstance("other", "fire.psys");
-    EXPECT_EQ(gfx.createParticleSystemInstance("owner", "bad.psys"), -1);
-    EXPECT_EQ(gfx.liveParticleSystems(), 3);
-    EXPECT_FALSE(gfx.particleSystemInstanceIsDead(a));
-    gfx.setParticleDead(a, true);
-    EXPECT_TRUE(gfx.particleSystemInstanceIsDead(a));
-    gfx.releaseParticleSystemInstance("owner");
-    EXPECT_EQ(gfx.liveParticleSystems(), 1);
-    EXPECT_TRUE(gfx.particleSystemInstanceIsDead(b));
-    EXPECT_EQ(gfx.particleOwner(c), "other");
-}
-
-TEST(TestKit, SoundRecordsWhatTheHandleWasSetTo) {
-    testkit::RecordingSound sound;
-    soundHandle* h = sound.playSound(SOUND_TYPE_UI, "click", false, false);
-    ASSERT_NE(h, nullptr);
-    h->setPan(-0.5f);
-    sound.playSound(SOUND_TYPE_UI, "hover", false, false);
-    sound.silent = true;
-    EXPECT_EQ(sound.playSound(SOUND_TYPE_UI, "quiet", false, false), nullptr);
-    EXPECT_EQ(sound.played, (std::vector<std::string>{"click", "hover", "quiet"}));
-    EXPECT_FLOAT_EQ(sound.plays[0].pan, -0.5f);
-    EXPECT_FLOAT_EQ(sound.plays[0].freq, 1.0f);
-    EXPECT_FLOAT_EQ(sound.plays[1].pan, 0.0f);
-}
-
 TEST(TestKit, MemoryFilesReadLikeStdio) {
     testkit::Services services;
     services.files.add("a.txt", "hello");
@@ -171,18 +124,4 @@ TEST(TestKit, LogCaptureKeepsExactTextAndClients) {
     EXPECT_EQ(services.log.clients(), (std::vector<std::string>{"loader"}));
     services.log.clear();
     EXPECT_EQ(services.log.count(), 0);
-}
-
-TEST(TestKit, PlatformRecordsCursorAndSleeps) {
-    testkit::Services services;
-    services.platform.setCursor(12, 34);
-    Platform::ShowCursor(false);
-    Platform::ShowCursor(true);
-    Platform::Sleep(10);
-    int x = 0, y = 0;
-    Platform::GetCursorPos(x, y);
-    EXPECT_EQ(x, 12);
-    EXPECT_EQ(y, 34);
-    EXPECT_EQ(services.platform.shows, (std::vector<bool>{false, true}));
-    EXPECT_EQ(services.platform.sleeps(), 1);
 }

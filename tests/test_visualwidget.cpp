@@ -70,17 +70,6 @@ protected:
     void showAll() { screen->setWidgetStates(true, true, true, true); }
 };
 
-TEST_F(VisualWidget, IsARegisteredTypeOfItsOwn) {
-    uiWidget* w = uiWidget::allocWidget("v", "uiVisualWidget");
-    ASSERT_NE(w, nullptr);
-    EXPECT_EQ(uiWidget::getTypeId("uiVisualWidget"), 3);
-    EXPECT_STREQ(w->getType(), "uiVisualWidget");
-    EXPECT_TRUE(w->isType("UIVISUALWIDGET"));
-    EXPECT_TRUE(w->isType("uiWidget"));
-    EXPECT_FALSE(w->isType("uiNonVisualWidget"));
-    delete w;
-}
-
 TEST_F(VisualWidget, CreatesTheSpriteOnActivationAndTakesItsSizeWhenLeftEmpty) {
     svc.gfx.defineSprite("start", 40, 30);
     uiVisualWidget* sized = visual("sized", {5, 7, 0, 0}, "start");
@@ -404,23 +393,6 @@ TEST_F(VisualWidget, DescriptionMessagesNameWhatIsWrong) {
     EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 0);
     EXPECT_TRUE(root->testBounds(2, 2));
     EXPECT_EQ(svc.gfx.count("alphaTestSprite"), 1);
-}
-
-TEST_F(VisualWidget, ASpriteKeyReadWhileActiveWaitsForTheNextActivation) {
-    testkit::Screen menu(svc, "menu = uiVisualWidget\n"
-                              "{\n"
-                              "    sprite = \"old\"\n"
-                              "    flags = WF_VISIBLE | WF_ACTIVE\n"
-                              "    sprite = \"new\"\n"
-                              "}\n");
-    ASSERT_TRUE(menu);
-    auto* w = static_cast<uiVisualWidget*>(menu.root());
-    EXPECT_EQ(w->getSpriteId(), -1);
-    EXPECT_EQ(svc.gfx.liveSprites(), 0);
-    w->setActive(false, true);
-    w->setActive(true, true);
-    EXPECT_EQ(svc.gfx.named("createSprite").back().text, "new");
-    EXPECT_EQ(svc.gfx.liveSprites(), 1);
 }
 
 } // namespace
