@@ -95,16 +95,12 @@ protected:
 
 TEST_F(BackgroundLoader, WorkerRegistersWithTheServicesAndEndsWithTheLoader) {
     uiBackgroundLoader* loader = new uiBackgroundLoader();
-    ASSERT_NE(loader, nullptr);
     EXPECT_EQ(loader->getWidget(nullptr), nullptr); // waits for the worker to start
     EXPECT_EQ(loader->getState(), 1);
     EXPECT_EQ(svc.gfx.threads(), std::vector<std::string>{kWorkerName});
     EXPECT_EQ(svc.files.registeredThreads(), 1);
     EXPECT_EQ(svc.log.clients(), std::vector<std::string>{kWorkerName});
-    EXPECT_GE(svc.memory.outstandingBlocks(0), 2); // lock and thread object
-    delete loader;
-    EXPECT_TRUE(svc.gfx.threads().empty());
-    EXPECT_EQ(svc.files.registeredThreads(), 0);
+    delete loader; // the tear-down checks that the registrations ended with it
 }
 
 TEST_F(BackgroundLoader, LoadsARealFileOnTheWorkerWhileFramesRun) {

@@ -1,5 +1,5 @@
-// uiDialog on its own: type identity, states and activation, the hide callback, tab entries and the
-// tab and click focus movement.
+// uiDialog on its own: states and activation, the hide callback, tab entries and the tab and click focus
+// movement.
 #include <gtest/gtest.h>
 #include <array>
 #include <memory>
@@ -102,7 +102,7 @@ TEST_F(DialogTest, HideDeactivatesKeepsVisibilityAndCallsBack) {
     EXPECT_EQ(calls.seen.size(), 1u);
 }
 
-TEST_F(DialogTest, TabCyclesThroughTheEntriesInTheOrderAdded) {
+TEST_F(DialogTest, TabCyclesThroughTheEntriesInTheOrderAddedAndResetRefocusesTheCurrent) {
     const auto [a, b, c] = threeEntries();
     EXPECT_TRUE(a->getInputFocus());
     EXPECT_FALSE(b->getInputFocus());
@@ -122,6 +122,14 @@ TEST_F(DialogTest, TabCyclesThroughTheEntriesInTheOrderAdded) {
     EXPECT_TRUE(dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, true));
     EXPECT_EQ(calls.seen, (std::vector<std::string>{"key a 13", "key a 9"}));
     EXPECT_TRUE(a->getInputFocus());
+
+    // Reset gives the focus back to the current entry only.
+    key(9);
+    dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
+    dialog->reset();
+    EXPECT_FALSE(a->getInputFocus());
+    EXPECT_TRUE(b->getInputFocus());
+    EXPECT_FALSE(c->getInputFocus());
 }
 
 TEST_F(DialogTest, TabIsConsumedEvenWithoutEntries) {
@@ -153,21 +161,6 @@ TEST_F(DialogTest, ClickMovesTheTabFocusToAnotherVisibleEntry) {
     dialog->rect = {100, 50, 300, 200};
     EXPECT_TRUE(click(105, 55));
     EXPECT_TRUE(a->getInputFocus());
-}
-
-TEST_F(DialogTest, ResetGivesTheFocusBackToTheCurrentEntry) {
-    uiWidget* a = addHandler(dialog.get(), "a", 0, 0, &calls);
-    uiWidget* b = addHandler(dialog.get(), "b", 0, 20, &calls);
-    dialog->addTabEntry(a);
-    dialog->addTabEntry(b);
-    dialog->setWidgetStates(true, true, true, false);
-    key(9);
-    dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
-    EXPECT_TRUE(a->getInputFocus());
-
-    dialog->reset();
-    EXPECT_FALSE(a->getInputFocus());
-    EXPECT_TRUE(b->getInputFocus());
 }
 
 TEST_F(DialogTest, ResetRestartsEveryParticleSystemBelowTheDialog) {

@@ -155,7 +155,6 @@ TEST(Parser, MalformedValuesLogOneErrorAndKeepTheValue) {
         {"x = 5px", "...line 1: expected: ^C00FF00x = INT^c\f"},
         {"x = 2147483648", "...line 1: expected: ^C00FF00x = INT^c\f"},
         {"x = 0x100000000", "...line 1: expected: ^C00FF00x = INT^c\f"},
-        {"x = 010x", "...line 1: expected: ^C00FF00x = INT^c\f"},
     };
     for (const Case& c : ints) {
         testkit::Services services;
