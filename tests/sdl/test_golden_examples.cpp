@@ -86,4 +86,5 @@ TEST_P(GoldenExample, SessionFramesMatchTheReferences) {
     if (!HasFailure()) std::system(("rm -rf " + out).c_str());
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, GoldenExample, ::testing::Values("menu", "levels", "options", "entry", "loading"));
+INSTANTIATE_TEST_SUITE_P(Examples, GoldenExample,
+                         ::testing::Values("menu", "levels", "options", "entry", "loading", "scoreboard"));
