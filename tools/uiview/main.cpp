@@ -290,7 +290,7 @@ int main(int argc, char** argv) {
             if (o.stats) ui->gfxStatistics(true, o.statsFont.c_str());
             if (offScreen) {
                 const int saved = runOffScreen(o, events, gfx, session);
-                std::printf("%s: %d frames of %d ms, %zu input events, %d clicks acted on, %d PNG frames",
+                std::printf("%s: %d frames of %d ms, %zu input events, clicks acted on: %d, PNG frames: %d",
                             o.file.c_str(), o.frames, o.ms, events.size(), session.actions, saved);
                 if (session.loader)
                     std::printf(", %d of %zu screens loaded in the background, shown from frame %d",
