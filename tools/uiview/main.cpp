@@ -181,8 +181,9 @@ void sendScripted(const ScriptEvent& e, uiSubsystem& ui) {
     }
 }
 
-// Runs the frames off screen; returns the number of pictures saved.
-int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, SdlGfx& gfx, Session& s) {
+// Runs the frames off screen; returns the number of pictures saved, and whether any could not be.
+int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, SdlGfx& gfx, Session& s,
+                 bool& failed) {
     bool marked = false; // with png lines in the script only those frames are saved
     for (const ScriptEvent& e : events)
         marked |= e.kind == ScriptEvent::Png;
@@ -203,10 +204,12 @@ int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, S
         if (o.png.empty() || !save) continue;
         char path[1024];
         std::snprintf(path, sizeof path, o.png.c_str(), frame);
-        if (gfx.savePng(path))
+        if (gfx.savePng(path)) {
             ++saved;
-        else
+        } else {
             std::fprintf(stderr, "uiview: cannot write %s\n", path);
+            failed = true;
+        }
     }
     return saved;
 }
@@ -247,6 +250,9 @@ int main(int argc, char** argv) {
         char full[PATH_MAX];
         if (realpath(b.second.c_str(), full)) b.second = full;
     }
+    char started[PATH_MAX];
+    if (!o.png.empty() && o.png[0] != '/' && getcwd(started, sizeof started))
+        o.png = std::string(started) + "/" + o.png;
     // Names in the description are relative to its directory.
     std::string file = o.file;
     const size_t slash = file.rfind('/');
@@ -289,7 +295,9 @@ int main(int argc, char** argv) {
             startLoading(session);
             if (o.stats) ui->gfxStatistics(true, o.statsFont.c_str());
             if (offScreen) {
-                const int saved = runOffScreen(o, events, gfx, session);
+                bool failed = false;
+                const int saved = runOffScreen(o, events, gfx, session, failed);
+                if (failed) status = 1;
                 std::printf("%s: %d frames of %d ms, %zu input events, clicks acted on: %d, PNG frames: %d",
                             o.file.c_str(), o.frames, o.ms, events.size(), session.actions, saved);
                 if (session.loader)
