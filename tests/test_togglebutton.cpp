@@ -59,7 +59,8 @@ TEST_F(ToggleButton, FlipsOnlyWhenTheClickHandlerConsumesTheClick) {
     stage.move(20, 20);
     stage.release(20, 20);
     EXPECT_TRUE(toggle->getToggle()) << "a release after a press elsewhere flips";
-    toggle->setToggle(false);
+    toggle->toggle();
+    EXPECT_FALSE(toggle->getToggle());
 
     handleClicks();
     handlerResult = false;
