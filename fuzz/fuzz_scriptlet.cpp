@@ -35,8 +35,8 @@ const char* const kScreen = R"(menu = uiNonVisualWidget
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     testkit::Services svc;
-    svc.files.add("menu.txt", kScreen);
     fuzzkit::addFiles(svc, data, size, "fuzz.txt");
+    svc.files.add("menu.txt", kScreen); // after the input's files, so that none of them replaces it
     {
         uiSubsystem ui;
         uiWidget* root = ui.loadUI("menu.txt");
