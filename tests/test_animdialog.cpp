@@ -387,7 +387,7 @@ TEST_F(AnimDialogTest, DescriptionMistakesAreReported) {
     SubAnimIn 0 widget a
     SubAnimIn 0 widget = nothere
     SubAnimIn 0 widget = a
-    SubAnimCount = 2000000000
+    SubAnimCount = 65537
 }
 )");
     ASSERT_TRUE(screen);
@@ -404,7 +404,7 @@ TEST_F(AnimDialogTest, DescriptionMistakesAreReported) {
         "...expected: \"^C00FF00widget = \"val\"^c\"\f",
         "uiWidget::getWidget(): Unknown name: ^C0000FFnothere^c\f",
         "uiAnimDialog[^CFFFF00bad^c]: Failed to map subAnim widget: ^CFF0000nothere^c\f",
-        "uiAnimDialog(): out of memory allocating SubAnimData\f",
+        "...line 19: SubAnimCount = 65537 is above the limit of 65536 sub-animations\f",
     };
     Log logged;
     for (const auto& entry : svc.log.entries()) {

@@ -73,7 +73,14 @@ void uiAnimDialog::_parseParams(Parser* parser, char* key) {
         uiAnim::parseKey(parser, parser->GetToken(" "), ui::equalNoCase(key, "AnimIn") ? m_in : m_out,
                          &_releaseSprite);
     } else if (parser->ParamEqualsInt32(key, "SubAnimCount", &count)) {
-        if (count != INT_MIN) _allocSubAnims(count); // unchanged: the parser reported a bad value
+        // A dialog animates a screenful of children at most; a larger count is a typo or a hostile file
+        // that would make the game allocate gigabytes.
+        constexpr int kMaxSubAnims = 65536;
+        if (count > kMaxSubAnims)
+            Logger::log(2, "...line %d: SubAnimCount = %d is above the limit of %d sub-animations\f",
+                        parser->GetLineNumber(), count, kMaxSubAnims);
+        else if (count != INT_MIN) // unchanged: the parser reported a bad value
+            _allocSubAnims(count);
     } else if (ui::equalNoCase(key, "SubAnimIn") || ui::equalNoCase(key, "SubAnimOut")) {
         _parseSubAnim(parser, ui::equalNoCase(key, "SubAnimOut"));
     } else {
