@@ -333,12 +333,18 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
                               "        TileHorzCount = 3\n"
                               "        flags = WF_ALPHA_TEST | WF_VISIBLE | WF_ACTIVE\n"
                               "    }\n"
+                              "    child floor = uiVisualWidget\n"
+                              "    {\n"
+                              "        sprite = \"start\"\n"
+                              "        tilehorzcount = 100000\n"
+                              "    }\n"
                               "    flags = WF_VISIBLE | WF_ACTIVE\n"
                               "}\n");
     ASSERT_TRUE(menu);
     auto* start = static_cast<uiVisualWidget*>(menu.find("start"));
     ASSERT_NE(start, nullptr);
-    EXPECT_EQ(svc.log.count(), 0) << svc.log.dump();
+    EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
+    EXPECT_TRUE(svc.log.has(1, "...line 18: tilehorzcount = 100000 is out of range, 256 used\f"));
     EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 1);
     EXPECT_EQ(start->rect.x2, 15); // sized by the sprite
     EXPECT_EQ(start->rect.y2, 26);
@@ -346,8 +352,9 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
 
     svc.gfx.clear();
     menu->render(0, 0);
-    const std::vector<testkit::GfxCall> draws = svc.gfx.named("blt");
-    ASSERT_EQ(draws.size(), 6u);
+    std::vector<testkit::GfxCall> draws = svc.gfx.named("blt");
+    ASSERT_EQ(draws.size(), 256u + 6u) << "the floor's row stops at 256 tiles";
+    draws.erase(draws.begin(), draws.begin() + 256); // the floor, the latest child, draws first
     EXPECT_EQ(draws[0].ints, (Ints{0, start->getSpriteId(), 5, 6, 2, 1, 44}));
     EXPECT_EQ(draws[5].ints, (Ints{0, start->getSpriteId(), 25, 26, 2, 1, 44}));
 }

@@ -22,12 +22,16 @@ const char* nameAfterEquals(Parser* parser, const char* expectedForm) {
     return value;
 }
 
-int coordInRange(const Parser* parser, const char* name, int value) {
-    const int kept = clampCoord(value);
+int inRange(const Parser* parser, const char* name, int value, int low, int high) {
+    const int kept = value < low ? low : value > high ? high : value;
     if (kept != value)
         Logger::log(1, "...line %d: %s = %d is out of range, %d used\f", parser->GetLineNumber(), name, value,
                     kept);
     return kept;
+}
+
+int coordInRange(const Parser* parser, const char* name, int value) {
+    return inRange(parser, name, value, -kCoordLimit, kCoordLimit);
 }
 
 bool coordParam(Parser* parser, const char* key, const char* name, int* value) {

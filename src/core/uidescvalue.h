@@ -12,8 +12,12 @@ bool expectEquals(Parser* parser, const char* expectedForm);
 // returns null.
 const char* nameAfterEquals(Parser* parser, const char* expectedForm);
 
-// A position or size read from key `name`, brought within the coordinate range (with a warning when it
-// was beyond), so that no sum of widget offsets leaves the int range.
+// A value read from key `name`, brought within [low, high] with a warning naming the line when it was
+// beyond.
+int inRange(const Parser* parser, const char* name, int value, int low, int high);
+
+// A position or size read from key `name`, brought within the coordinate range, so that no sum of widget
+// offsets leaves the int range.
 int coordInRange(const Parser* parser, const char* name, int value);
 
 // A position or size key (ParamEqualsInt32) whose value goes through coordInRange.

@@ -36,8 +36,17 @@ void uiVisualWidget::_parseParams(Parser* parser, char* key) {
         setAlpha(static_cast<unsigned char>(value), 0, 0, false);
         return;
     }
-    if (parser->ParamEqualsInt32(key, "tilevertcount", &tileVertCount)) return;
-    if (parser->ParamEqualsInt32(key, "tilehorzcount", &tileHorzCount)) return;
+    // At most 256 rows and columns: a slip of the finger must not make one widget draw millions of
+    // sprites a frame. A count of 0 or less draws nothing.
+    constexpr int kMaxTiles = 256;
+    if (parser->ParamEqualsInt32(key, "tilevertcount", &tileVertCount)) {
+        tileVertCount = ui::inRange(parser, "tilevertcount", tileVertCount, INT_MIN, kMaxTiles);
+        return;
+    }
+    if (parser->ParamEqualsInt32(key, "tilehorzcount", &tileHorzCount)) {
+        tileHorzCount = ui::inRange(parser, "tilehorzcount", tileHorzCount, INT_MIN, kMaxTiles);
+        return;
+    }
     uiWidget::_parseParams(parser, key);
 }
 
@@ -112,8 +121,8 @@ void uiVisualWidget::_render(int x, int y) {
     if (spriteId == -1 || alpha == 0 || !g_gfx) return;
     const int left = x + rect.x, top = y + rect.y;
     const bool tiled = tileVertCount != 1 || tileHorzCount != 1;
-    const int w = tiled ? g_gfx->getSpriteWidth(spriteId) : 0;
-    const int h = tiled ? g_gfx->getSpriteHeight(spriteId) : 0;
+    const int w = tiled ? ui::clampCoord(g_gfx->getSpriteWidth(spriteId)) : 0;
+    const int h = tiled ? ui::clampCoord(g_gfx->getSpriteHeight(spriteId)) : 0;
     for (int row = 0; row < tileVertCount; ++row)
         for (int col = 0; col < tileHorzCount; ++col) {
             const int px = left + col * w, py = top + row * h;
