@@ -1,6 +1,7 @@
 // Input delivery through a widget tree: the widget first, then children newest first, then its
 // global-input-focus widgets; callbacks by event kind; panned interface sounds.
 #include <gtest/gtest.h>
+#include <algorithm>
 #include "probe_widget.h"
 #include "testkit.h"
 
@@ -126,6 +127,21 @@ TEST_F(WidgetInput, GlobalInputFocusWidgetsComeLastWithTheirOwnCoordinates) {
     // global widget gets the same absolute point in its own space: (20, 30) - (400, 300).
     EXPECT_TRUE(left->inputEvent(UIE_KEY_DOWN, 20, 30, 0, false, false));
     EXPECT_EQ(journal.lines, (std::vector<std::string>{"left:input 20,30", "target:input -380,-270"}));
+
+    // Lists that lead back (the root naming itself, target naming left) hand an event on once per
+    // widget instead of without end.
+    target->consume = false;
+    root->addGlobalInputFocusWidget("root");
+    target->addGlobalInputFocusWidget("root.left");
+    root->initialize();
+    journal.lines.clear();
+    EXPECT_FALSE(left->inputEvent(UIE_KEY_DOWN, 20, 30, 0, false, false));
+    EXPECT_EQ(journal.lines, (std::vector<std::string>{"left:input 20,30", "target:input -380,-270",
+                                                       "left:input 20,30"}));
+    journal.lines.clear();
+    EXPECT_FALSE(root->inputEvent(UIE_KEY_DOWN, 0, 0, 0, false, false));
+    EXPECT_EQ(std::count(journal.lines.begin(), journal.lines.end(), "root:input 0,0"), 2)
+        << "the root sees the event itself and once more through its own list, then no more";
     delete root;
 }
 

@@ -105,8 +105,27 @@ bool FrameWalk::inputChildren(uiWidget* w, e_uiEvent kind, int x, int y, int key
     return r;
 }
 
+// Global input focus lists may lead back (a widget naming itself, an ancestor, or a widget whose list
+// names it back). While a widget hands an event on, every widget hands it on through its list at most
+// once, and at most 64 widgets do: each event ends, after a bounded amount of work.
+namespace {
+constexpr int kMaxForwarders = 64;
+thread_local const uiWidget* t_forwarders[kMaxForwarders];
+thread_local int t_forwarderCount = 0;
+thread_local int t_forwardDepth = 0;
+
+bool forwarded(const uiWidget* w) {
+    for (int i = 0; i < t_forwarderCount; ++i)
+        if (t_forwarders[i] == w) return true;
+    return false;
+}
+} // namespace
+
 // Global input focus widgets sit anywhere in the tree: each gets the absolute point in its own space.
 bool FrameWalk::inputGlobalFocus(uiWidget* w, e_uiEvent kind, int x, int y, int key, bool buttonDown) {
+    if (t_forwarderCount == kMaxForwarders || forwarded(w)) return false;
+    t_forwarders[t_forwarderCount++] = w;
+    ++t_forwardDepth;
     int bx, by;
     w->getBasisCoords(&bx, &by);
     const int ax = x + bx, ay = y + by;
@@ -116,6 +135,7 @@ bool FrameWalk::inputGlobalFocus(uiWidget* w, e_uiEvent kind, int x, int y, int 
         entry->widget->getBasisCoords(&bx, &by);
         r = entry->widget->inputEvent(kind, ax - bx, ay - by, key, buttonDown, false);
     }
+    if (--t_forwardDepth == 0) t_forwarderCount = 0;
     return r;
 }
 
