@@ -2,6 +2,7 @@
 // files (sprites, fonts, particle effects) share one line format: a key, an optional "=", then values.
 // '#' starts a comment.
 #pragma once
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,5 +16,23 @@ bool fileExists(const std::string& path);
 bool readDescriptor(const std::string& path, std::vector<DescriptorLine>& lines);
 // Number value i (0 = first after the key) of a line, or the fallback when it is missing or not a number.
 float numberAt(const DescriptorLine& line, size_t i, float fallback);
+
+// The handle (index in `loaded`) of the resource called `name`, counting one more user of a loaded one;
+// otherwise a new R named `name` filled by load(R&), or -1 when load fails. Handles are never reused:
+// a released resource leaves an empty slot. R has `name` and `refs` (starting at 1).
+template <class R, class Load>
+int acquireByName(std::vector<std::unique_ptr<R>>& loaded, const char* name, Load load) {
+    if (!name || !*name) return -1;
+    for (size_t i = 0; i < loaded.size(); ++i)
+        if (loaded[i] && loaded[i]->name == name) {
+            ++loaded[i]->refs;
+            return static_cast<int>(i);
+        }
+    auto resource = std::make_unique<R>();
+    resource->name = name;
+    if (!load(*resource)) return -1;
+    loaded.push_back(std::move(resource));
+    return static_cast<int>(loaded.size() - 1);
+}
 
 } // namespace sdlsvc

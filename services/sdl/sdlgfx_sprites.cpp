@@ -49,21 +49,12 @@ bool SdlGfx::_loadSheet(const std::string& name, Sheet& sheet) {
 }
 
 int SdlGfx::createSprite(const char* name) {
-    if (!name || !*name) return -1;
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    for (size_t i = 0; i < m_sheets.size(); ++i)
-        if (m_sheets[i] && m_sheets[i]->name == name) {
-            ++m_sheets[i]->refs;
-            return static_cast<int>(i);
-        }
-    auto sheet = std::make_unique<Sheet>();
-    sheet->name = name;
-    if (!_loadSheet(name, *sheet)) {
+    return sdlsvc::acquireByName(m_sheets, name, [&](Sheet& sheet) {
+        if (_loadSheet(name, sheet)) return true;
         Logger::log(1, "SdlGfx: could not load sprite: \"%s\"\f", name);
-        return -1;
-    }
-    m_sheets.push_back(std::move(sheet));
-    return static_cast<int>(m_sheets.size() - 1);
+        return false;
+    });
 }
 
 SdlGfx::Sheet* SdlGfx::_sheet(int sprite) {

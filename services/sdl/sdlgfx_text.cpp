@@ -49,21 +49,12 @@ bool SdlGfx::_loadFont(const std::string& name, Font& font) {
 }
 
 int SdlGfx::createFont(const char* name) {
-    if (!name || !*name) return -1;
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    for (size_t i = 0; i < m_fonts.size(); ++i)
-        if (m_fonts[i] && m_fonts[i]->name == name) {
-            ++m_fonts[i]->refs;
-            return static_cast<int>(i);
-        }
-    auto font = std::make_unique<Font>();
-    font->name = name;
-    if (!_loadFont(name, *font)) {
+    return sdlsvc::acquireByName(m_fonts, name, [&](Font& font) {
+        if (_loadFont(name, font)) return true;
         Logger::log(1, "SdlGfx: could not load font: \"%s\"\f", name);
-        return -1;
-    }
-    m_fonts.push_back(std::move(font));
-    return static_cast<int>(m_fonts.size() - 1);
+        return false;
+    });
 }
 
 SdlGfx::Font* SdlGfx::_font(int font) {
