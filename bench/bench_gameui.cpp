@@ -15,8 +15,7 @@ GameuiEnv* env;
 std::string dataDir = ".";
 
 std::string sceneFile(const Scene& s) {
-    std::string file = dataDir + "/gameui_" + std::to_string(static_cast<int>(s.shape)) + "_" +
-                       std::to_string(static_cast<int>(s.kind)) + "_" + std::to_string(s.count) + ".txt";
+    std::string file = dataDir + "/" + s.fileName("gameui", ".txt");
     writeFile(file, gameuiDescription(s));
     return file;
 }

@@ -40,14 +40,11 @@ public:
         rp->setResourceGroupDirectory("layouts", dir + "/");
     }
     std::string fileName(const Scene& s) const override {
-        return "cegui_" + std::to_string(static_cast<int>(s.shape)) + "_" +
-               std::to_string(static_cast<int>(s.kind)) + "_" + std::to_string(s.count) + ".layout";
+        return s.fileName("cegui", ".layout");
     }
     std::string layout(const Scene& s) const override {
         const std::vector<Node> nodes = s.nodes();
-        std::vector<std::vector<int>> children(nodes.size());
-        for (size_t i = 1; i < nodes.size(); ++i)
-            children[nodes[i].parent].push_back(static_cast<int>(i));
+        const std::vector<std::vector<int>> children = childLists(nodes);
         std::string out = "<?xml version=\"1.0\" ?>\n<GUILayout version=\"4\">\n";
         out.reserve(nodes.size() * 160);
         write(s, nodes, children, 0, out, "  ");

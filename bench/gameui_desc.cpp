@@ -16,9 +16,7 @@ std::string gameuiPath(const std::vector<Node>& nodes, int node) {
 
 std::string gameuiDescription(const Scene& scene) {
     const std::vector<Node> nodes = scene.nodes();
-    std::vector<std::vector<int>> children(nodes.size());
-    for (size_t i = 1; i < nodes.size(); ++i)
-        children[nodes[i].parent].push_back(static_cast<int>(i));
+    const std::vector<std::vector<int>> children = childLists(nodes);
 
     // Written without indentation, as a tool would generate it: 100,000 buttons then stay within the
     // loader's 16 MiB file limit.

@@ -40,6 +40,11 @@ std::string Scene::label() const {
            (kind == Kind::Container ? "container" : "button") + "/" + std::to_string(count);
 }
 
+std::string Scene::fileName(const char* library, const char* extension) const {
+    return std::string(library) + "_" + std::to_string(static_cast<int>(shape)) + "_" +
+           std::to_string(static_cast<int>(kind)) + "_" + std::to_string(count) + extension;
+}
+
 std::vector<Scene> Scene::standard() {
     std::vector<Scene> out;
     for (int count : {1000, 10000})
@@ -57,6 +62,13 @@ std::vector<std::pair<int, int>> pointerPath(const Scene&) {
     for (int i = 0; i < 32; ++i)
         out.push_back({kScreenW - 10 - i * 24, 7 + i * 18});
     return out;
+}
+
+std::vector<std::vector<int>> childLists(const std::vector<Node>& nodes) {
+    std::vector<std::vector<int>> children(nodes.size());
+    for (size_t i = 1; i < nodes.size(); ++i)
+        children[nodes[i].parent].push_back(static_cast<int>(i));
+    return children;
 }
 
 std::vector<int> ancestry(const std::vector<Node>& nodes, int node) {

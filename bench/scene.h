@@ -23,6 +23,8 @@ struct Scene {
     // Button scenes: every widget of a flat scene, the leaves of a nested one (panels of buttons).
     bool isButton(int node) const;
     std::string label() const;            // "flat/button/1000"
+    // The name of this scene's layout file for a library: "<library>_<shape>_<kind>_<count><extension>".
+    std::string fileName(const char* library, const char* extension) const;
     static std::vector<Scene> standard(); // the scenes every library runs
 };
 
@@ -32,6 +34,9 @@ constexpr int kScreenH = 600;
 
 // Positions inside the scene where the pointer lands during input benchmarks: on widgets and between.
 std::vector<std::pair<int, int>> pointerPath(const Scene& scene);
+
+// The children of every node, by index, in the order of `nodes`.
+std::vector<std::vector<int>> childLists(const std::vector<Node>& nodes);
 
 // The chain of node indices from the root to `node`, root first.
 std::vector<int> ancestry(const std::vector<Node>& nodes, int node);
