@@ -1,6 +1,6 @@
 // Animation records: description sub-keys, the per-frame step of each style, finishing and mask drawing.
 #include "runtime/uianimrecord.h"
-#include <climits>
+#include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
 #include "logger.h"
@@ -12,14 +12,6 @@ namespace {
 
 const char* const kStyleNames[] = {
     "None", "Trivial", "BezierLerp", "AlphaFade", "SpriteMask", "Hidden", "AlphaFadeWithBezierLerp"};
-
-// Curve and mask values far past the end of an animation are overwritten by the finish of the same
-// step; clamping keeps their conversion defined.
-int toInt(double v) {
-    if (v <= static_cast<double>(INT_MIN)) return INT_MIN;
-    if (v >= static_cast<double>(INT_MAX)) return INT_MAX;
-    return static_cast<int>(v);
-}
 
 double progress(const _uiAnimData_s& rec, unsigned int elapsed) {
     return rec.time ? static_cast<double>(elapsed) / rec.time : 1.0;
@@ -46,7 +38,9 @@ int bezier(int start, int loc, float control1, float control2, double t) {
     const float c = 3.0f * (p1 - p0);
     const float b = 3.0f * (p2 - p1) - c;
     const float a = d - c - b;
-    return toInt(((a * t + b) * t + c) * t + p0);
+    // Far past the end of an animation the curve leaves the int range (the finish of the same step puts
+    // the widget in place); the conversion saturates, and NaN controls give 0.
+    return ui::truncToInt(((a * t + b) * t + c) * t + p0);
 }
 
 void moveAlongCurve(const _uiAnimData_s& rec, uiWidget* w, unsigned int elapsed, int startX, int startY) {
