@@ -77,6 +77,7 @@ windows: deps-windows $(WINE_PREFIX)/system.reg
 
 # Wine's first start fills its prefix (half a minute); it is made once and kept with the build.
 $(WINE_PREFIX)/system.reg: | deps-windows
+	mkdir -p $(WINE_PREFIX)
 	GAMEUI_WINEPREFIX=$(WINE_PREFIX) $(WINE_RUN) wineboot --init
 
 # libFuzzer targets, built by clang with AddressSanitizer and UBSan, the library linked in statically. Each
