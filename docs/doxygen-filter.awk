@@ -1,0 +1,28 @@
+# Hands the headers' plain // comments to Doxygen as documentation. A comment before a declaration
+# documents it; before several declarations in a row it documents the group, which Doxygen gives to each
+# member. A comment after a declaration on its line documents that member. The file's opening comment
+# describes the class it names first ("uiDialog: ..."), or else the file. '<' in comments is literal.
+function flush_group() { if (open) { print "///@}"; open = 0 } }
+function doc(text) { sub(/\/\//, "///", text); gsub(/</, "\\<", text); return text }
+function scope(text) {
+    return text ~ /^[ \t]*(public|protected|private):/ || text ~ /^[ \t]*[{}#]/ ||
+           text ~ /^[ \t]*(class|struct|enum|union|namespace|typedef struct|template)[ \t<]/
+}
+{
+    line = $0
+    if (NR == 1 && match(line, /^\/\/ [A-Za-z_]+: /)) {
+        print "/// \\class " substr(line, 4, RLENGTH - 5); print doc(line); head = 1; next
+    }
+    if (NR == 1 && line ~ /^\/\/ /) { print "/// \\file"; print doc(line); head = 1; next }
+    if (head && line ~ /^\/\//) { print doc(line); next }
+    head = 0
+    if (line ~ /^[ \t]*\/\/( |$)/) { comments = comments doc(line) "\n"; next }
+    if (line ~ /^[ \t]*$/ || scope(line)) flush_group()
+    if (comments != "") {
+        if (!scope(line)) { flush_group(); print "///@{"; open = 1 }
+        printf "%s", comments; comments = ""
+    }
+    if (match(line, /[;,{][ \t]*\/\/ /)) line = substr(line, 1, RSTART) " ///< " substr(line, RSTART + RLENGTH)
+    print line
+}
+END { flush_group() }
