@@ -179,9 +179,9 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
     EXPECT_EQ(run("menu.txt"), 0) << output;
     EXPECT_EQ(output, "");
     EXPECT_EQ(run("--assets assets menu.txt"), 1);
-    // An active widget asks for its sprite at its flags line; one the file leaves inactive asks after
-    // loading and is placed at the key that named the sprite.
-    EXPECT_EQ(output, "menu.txt:11: error: sprite not found in the asset folder: missing\n"
+    // A sprite is placed at the key that named it, whether its widget asked for it while the file was
+    // read (at its flags line) or after loading.
+    EXPECT_EQ(output, "menu.txt:10: error: sprite not found in the asset folder: missing\n"
                       "menu.txt:12: error: sound not found in the asset folder: clack\n"
                       "menu.txt:14: error: particle file not found in the asset folder: sparks.psi\n"
                       "menu.txt:22: error: font not found in the asset folder: serif\n"
@@ -192,7 +192,7 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
     EXPECT_EQ(run("--format json --assets assets menu.txt"), 1);
     EXPECT_EQ(
         output,
-        "[\n  {\"file\": \"menu.txt\", \"line\": 11, \"severity\": \"error\", \"message\": \"sprite not "
+        "[\n  {\"file\": \"menu.txt\", \"line\": 10, \"severity\": \"error\", \"message\": \"sprite not "
         "found in the asset folder: missing\"},\n  {\"file\": \"menu.txt\", \"line\": 18, \"severity\": "
         "\"error\", \"message\": \"sprite not found in the asset folder: asleep\"}\n]\n");
     EXPECT_EQ(run("--format yaml menu.txt"), 2);

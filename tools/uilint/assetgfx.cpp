@@ -4,7 +4,7 @@ namespace uilint {
 
 void checkAsset(Diagnostics& out, const AssetFolder& assets, const char* what, const char* name) {
     if (assets.checking() && name && !assets.has(name))
-        out.add(2, std::string(what) + " not found in the asset folder: " + name);
+        out.addAsset(2, std::string(what) + " not found in the asset folder: " + name);
 }
 
 int AssetGfx::createSprite(const char* name) {

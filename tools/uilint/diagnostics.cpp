@@ -40,6 +40,13 @@ void Diagnostics::add(int severity, const std::string& message) {
     keep({file, line, severity, message});
 }
 
+void Diagnostics::addAsset(int severity, const std::string& message) {
+    const char* file;
+    int line;
+    if (!uiLoadPlace(&file, &line) || !keepAtValues(m_named, severity, message, false))
+        add(severity, message);
+}
+
 void Diagnostics::addAt(const std::string& file, int line, int severity, const std::string& message) {
     keep({file, line, severity, message});
 }

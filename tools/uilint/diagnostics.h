@@ -26,14 +26,18 @@ struct NamedValue {
 };
 
 // A log sink that keeps the library's warnings and errors with the place being read when each was
-// logged. A message logged outside any file (after loading) that ends with ": <value>" is placed at the
-// keys that named that value: any widget path given to "globalinputfocus", or any value of the widget
-// that is being woken; else at that widget's header, else at the checked file as a whole. The same
-// message at the same place is kept once.
+// logged. An asset a widget asks for while a file is read (a line such as "active = true" wakes it) is
+// placed at the keys read so far that named it (addAsset). A message logged outside any file (after loading)
+// that ends with ": <value>" is placed at the keys that named that value: any widget path given to
+// "globalinputfocus", or any value of the widget that is being woken; else at that widget's header, else at
+// the checked file as a whole. The same message at the same place is kept once.
 class Diagnostics : public Logger::Sink {
 public:
     void setTopFile(const std::string& file) { m_topFile = file; }
     void add(int severity, const std::string& message); // at the current place
+    // A missing asset: while loading, at the keys that named the value the message ends with.
+    void addAsset(int severity, const std::string& message);
+    void valueNamed(const NamedValue& value) { m_named.push_back(value); }
     void addAt(const std::string& file, int line, int severity, const std::string& message);
     // A key named the widget path `path`, which is resolved only after loading.
     void pathNamed(const std::string& path, const Place& place);
@@ -52,6 +56,7 @@ private:
 
     std::string m_topFile;
     std::vector<NamedValue> m_paths;
+    std::vector<NamedValue> m_named; // every key's value read so far
     Place m_wakingHeader;
     const std::vector<NamedValue>* m_wakingValues = nullptr;
     std::vector<Diagnostic> m_all;

@@ -173,6 +173,7 @@ void LoadWatch::paramRead(uiWidget* widget) {
     for (size_t i = 0; i + 1 < t.size(); ++i)
         if (t[i + 1] == "=" && i + 2 < t.size()) {
             m_values[widget].push_back({t[i + 2], place});
+            m_out.valueNamed({t[i + 2], place});
             break;
         }
     if (t.empty()) return;
