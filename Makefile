@@ -12,7 +12,7 @@ WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix win
 WINE_RUN := $(CURDIR)/cmake/wine-run
 WINE_PREFIX := $(CURDIR)/build/wineprefix
 
-.PHONY: all deps deps-windows build demo golden docs test test-normal test-asan tsan windows bench bench-deps \
+.PHONY: all deps deps-windows build demo golden docs package test test-normal test-asan tsan windows bench bench-deps \
   fuzz-build fuzz memcheck clean
 
 all: build
@@ -116,6 +116,22 @@ docs:
 	@n=$$(grep "is not documented" out/docs/warnings.log | cut -d: -f1,2 | sort -u | wc -l); \
 	  echo "docs: out/docs/html/index.html ($$n public members without a comment, at most $(DOCS_UNDOCUMENTED))"; \
 	  [ $$n -le $(DOCS_UNDOCUMENTED) ]
+
+# Debian packages (libgameui0, libgameui-dev, libgameui-sdl-dev, gameui-tools) and a .tar.gz of a
+# Release build, into out/package. Then the packages are unpacked into a scratch root (no root needed)
+# and a game's programs are built against it and run, as the install test does with its own prefix.
+package: deps
+	$(call install_missing,dpkg-dev)
+	cmake -S . -B build/package $(call CMAKE_COMMON,Release) -DCMAKE_INSTALL_PREFIX=/usr -DGAMEUI_TESTS=OFF
+	cmake --build build/package -j $(JOBS)
+	rm -rf out/package build/package/root
+	cd build/package && cpack -G "DEB;TGZ" -B $(CURDIR)/out/package
+	rm -rf out/package/_CPack_Packages
+	for p in out/package/*.deb; do dpkg -x $$p build/package/root; done
+	cmake -DPREFIX=$(CURDIR)/build/package/root/usr -DSOURCE_DIR=$(CURDIR) -DWORK_DIR=$(CURDIR)/build/package/check \
+	  -DGENERATOR="$(if $(GENERATOR),Ninja,Unix Makefiles)" -DCXX=c++ -DLAUNCHER=$(shell command -v ccache) \
+	  -P cmake/check-install.cmake
+	@ls out/package
 
 # Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
 # in Release, runs every program and writes out/bench/results.{md,json}. Timings are only as quiet as the

@@ -4,6 +4,10 @@
 // States (getState): 0 hidden, 1 idle, 2 entering, 3 exiting, 4 exited. A plain dialog only knows 0 and 1;
 // animated dialogs drive 2, 3 and 4 from their own update.
 //
+// Popping a plain dialog calls hide(), which deactivates the tree but leaves its visibility alone, so its
+// text widgets stay drawn: a game gives it a hide callback (dlgHideCb) that calls setVisible(false, true).
+// An animated dialog (uiAnimDialog) hides itself when its exit ends.
+//
 // A dialog keeps a list of tab entries: the tab key moves the input focus to the next entry (wrapping),
 // a click on an entry that does not hold the tab focus moves it there.
 //
