@@ -2,7 +2,7 @@
 
 namespace uilint {
 
-void checkAsset(Diagnostics& out, const AssetFolder& assets, const char* what, const char* name) {
+void checkAsset(devtools::Diagnostics& out, const AssetFolder& assets, const char* what, const char* name) {
     if (assets.checking() && name && !assets.has(name))
         out.addAsset(2, std::string(what) + " not found in the asset folder: " + name);
 }

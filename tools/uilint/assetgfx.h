@@ -9,18 +9,18 @@ namespace uilint {
 
 class AssetGfx : public testkit::RecordingGfx {
 public:
-    AssetGfx(Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {}
+    AssetGfx(devtools::Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {}
 
     int createSprite(const char* name) override;
     int createFont(const char* name) override;
     int createParticleSystemInstance(const char* owner, const char* file) override;
 
 private:
-    Diagnostics& m_out;
+    devtools::Diagnostics& m_out;
     const AssetFolder& m_assets;
 };
 
 // Reports `name` (a sprite, font, sound or particle file, as `what` says) when the folder lacks it.
-void checkAsset(Diagnostics& out, const AssetFolder& assets, const char* what, const char* name);
+void checkAsset(devtools::Diagnostics& out, const AssetFolder& assets, const char* what, const char* name);
 
 } // namespace uilint

@@ -57,7 +57,7 @@ std::vector<std::string> tokens(const std::string& line) {
 
 } // namespace
 
-LoadWatch::LoadWatch(Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {
+LoadWatch::LoadWatch(devtools::Diagnostics& out, const AssetFolder& assets) : m_out(out), m_assets(assets) {
     uiWidget::registerProgCb(&LoadWatch::s_progress, this);
 }
 
@@ -92,7 +92,7 @@ void LoadWatch::done(uiWidget* widget) {
 
 // The library reads an object's lines only once its "{" line has come; `closing` is the line that
 // ended the object.
-void LoadWatch::checkOpening(const uiWidget* widget, const Place& header, int closing) {
+void LoadWatch::checkOpening(const uiWidget* widget, const devtools::Place& header, int closing) {
     const std::string* last = lineText(header.file, closing);
     const std::vector<std::string> end = last ? tokens(*last) : std::vector<std::string>();
     if (end.empty() || end[0] != "}") return; // never closed: the library has reported it
@@ -169,7 +169,7 @@ void LoadWatch::paramRead(uiWidget* widget) {
     const std::string* text = lineText(file, line);
     if (!text) return;
     const std::vector<std::string> t = tokens(*text);
-    const Place place{file, line};
+    const devtools::Place place{file, line};
     for (size_t i = 0; i + 1 < t.size(); ++i)
         if (t[i + 1] == "=" && i + 2 < t.size()) {
             m_values[widget].push_back({t[i + 2], place});

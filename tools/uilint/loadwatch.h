@@ -24,8 +24,8 @@ namespace uilint {
 
 class LoadWatch {
 public:
-    LoadWatch(Diagnostics& out, const AssetFolder& assets); // installs the progress callback
-    ~LoadWatch();                                           // and removes it
+    LoadWatch(devtools::Diagnostics& out, const AssetFolder& assets); // installs the progress callback
+    ~LoadWatch();                                                     // and removes it
     // After loading: activates every widget of the tree, one at a time, as a game showing it would.
     void wake(uiWidget* root);
     void finish(); // after loading: reports text after the root objects of the files read
@@ -42,18 +42,18 @@ private:
     void created(uiWidget* widget);
     void done(uiWidget* widget);
     void paramRead(uiWidget* widget);
-    void checkOpening(const uiWidget* widget, const Place& header, int closing);
+    void checkOpening(const uiWidget* widget, const devtools::Place& header, int closing);
     // The text of `line` (from 1) of `file`, split into lines as the parser splits them; null if none.
     const std::string* lineText(const std::string& file, int line);
     // The first line from `line` on that holds a statement (a token outside comments, which are skipped
     // as the library skips them), with its tokens; 0 at the end of the file. *inComment carries over.
     int nextStatement(const std::string& file, int line, bool* inComment, std::vector<std::string>* tokens);
 
-    Diagnostics& m_out;
+    devtools::Diagnostics& m_out;
     const AssetFolder& m_assets;
     std::map<std::string, std::vector<std::string>> m_files;
-    std::map<const uiWidget*, Place> m_headers;
-    std::map<const uiWidget*, std::vector<NamedValue>> m_values; // what each widget's keys named
+    std::map<const uiWidget*, devtools::Place> m_headers;
+    std::map<const uiWidget*, std::vector<devtools::NamedValue>> m_values; // what each widget's keys named
     std::vector<FileRoot> m_roots;
     std::vector<std::string> m_scriptlets; // files named by "#scriptlet": they have no root object
 };

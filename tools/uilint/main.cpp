@@ -22,8 +22,8 @@ namespace {
 
 // Loads one file the way a game would, from the file's own folder so that includes and scriptlets
 // resolve the same way, and keeps what the library reports about it.
-std::vector<uilint::Diagnostic> lint(const fs::path& file, const uilint::AssetFolder& folder) {
-    uilint::Diagnostics out;
+std::vector<devtools::Diagnostic> lint(const fs::path& file, const uilint::AssetFolder& folder) {
+    devtools::Diagnostics out;
     uilint::AssetGfx gfx(out, folder);
     const fs::path home = fs::current_path();
     const fs::path dir = file.parent_path();
@@ -47,8 +47,8 @@ std::vector<uilint::Diagnostic> lint(const fs::path& file, const uilint::AssetFo
     fs::current_path(home);
     Logger::setSink(nullptr);
     g_gfx = prevGfx;
-    std::vector<uilint::Diagnostic> found = out.all();
-    for (uilint::Diagnostic& d : found)
+    std::vector<devtools::Diagnostic> found = out.all();
+    for (devtools::Diagnostic& d : found)
         d.file = (dir / d.file).generic_string();
     return found;
 }
@@ -74,20 +74,15 @@ const char* severityName(int severity) {
     return severity >= 2 ? "error" : "warning";
 }
 
-void printText(const std::vector<uilint::Diagnostic>& all) {
-    for (const uilint::Diagnostic& d : all) {
-        if (d.line > 0)
-            std::printf("%s:%d: %s: %s\n", d.file.c_str(), d.line, severityName(d.severity),
-                        d.message.c_str());
-        else
-            std::printf("%s: %s: %s\n", d.file.c_str(), severityName(d.severity), d.message.c_str());
-    }
+void printText(const std::vector<devtools::Diagnostic>& all) {
+    for (const devtools::Diagnostic& d : all)
+        std::printf("%s\n", devtools::diagnosticLine(d).c_str());
 }
 
-void printJson(const std::vector<uilint::Diagnostic>& all) {
+void printJson(const std::vector<devtools::Diagnostic>& all) {
     std::printf("[");
     for (size_t i = 0; i < all.size(); ++i) {
-        const uilint::Diagnostic& d = all[i];
+        const devtools::Diagnostic& d = all[i];
         std::printf("%s\n  {\"file\": %s, \"line\": %d, \"severity\": \"%s\", \"message\": %s}", i ? "," : "",
                     jsonString(d.file).c_str(), d.line, severityName(d.severity),
                     jsonString(d.message).c_str());
@@ -122,13 +117,13 @@ int main(int argc, char** argv) {
     if (files.empty()) return usage();
 
     const uilint::AssetFolder folder(assets);
-    std::vector<uilint::Diagnostic> all;
+    std::vector<devtools::Diagnostic> all;
     for (const fs::path& file : files) {
-        std::vector<uilint::Diagnostic> found = lint(file, folder);
+        std::vector<devtools::Diagnostic> found = lint(file, folder);
         all.insert(all.end(), found.begin(), found.end());
     }
     json ? printJson(all) : printText(all);
-    for (const uilint::Diagnostic& d : all)
+    for (const devtools::Diagnostic& d : all)
         if (d.severity >= 2) return 1;
     return 0;
 }

@@ -1,10 +1,11 @@
-// What uilint found: messages of the library and of uilint's own checks, each tied to a file and line.
+// What a load reported: the library's messages and a checking tool's own, each tied to a file and line.
+// uilint prints them; live reload shows them over the running screen in the same words.
 #pragma once
 #include <string>
 #include <vector>
 #include "logger.h"
 
-namespace uilint {
+namespace devtools {
 
 struct Diagnostic {
     std::string file; // as the description named it, relative to the checked file's folder
@@ -65,4 +66,7 @@ private:
 // The message without its "..." lead, colour markup and final form feed.
 std::string plainText(const char* text);
 
-} // namespace uilint
+// "file:line: error: message" as compilers write it ("file: warning: message" for a whole file).
+std::string diagnosticLine(const Diagnostic& d);
+
+} // namespace devtools

@@ -5,7 +5,7 @@
 #include <utility>
 #include "uiloadplace.h"
 
-namespace uilint {
+namespace devtools {
 
 std::string plainText(const char* text) {
     if (std::strncmp(text, "...", 3) == 0) text += 3;
@@ -23,6 +23,12 @@ std::string plainText(const char* text) {
         }
     }
     return out;
+}
+
+std::string diagnosticLine(const Diagnostic& d) {
+    const char* what = d.severity >= 2 ? "error" : "warning";
+    const std::string at = d.line > 0 ? d.file + ":" + std::to_string(d.line) : d.file;
+    return at + ": " + what + ": " + d.message;
 }
 
 void Diagnostics::add(int severity, const std::string& message) {
@@ -88,4 +94,4 @@ void Diagnostics::write(int severity, const char* text) {
     if (severity >= 1) add(severity, plainText(text));
 }
 
-} // namespace uilint
+} // namespace devtools

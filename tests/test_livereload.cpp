@@ -1,0 +1,196 @@
+// Live reload as a designer meets it: a screen read from files in a folder, a file saved while frames
+// run, and the rebuilt screen in place with what the player had done to it.
+#include <gtest/gtest.h>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+#include "testkit.h"
+#include "uidevtools.h"
+#include "uidialog.h"
+#include "uiprogressbar.h"
+#include "uisliderbutton.h"
+#include "uisubsystem.h"
+#include "uitogglebutton.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+unsigned long long g_now = 0;
+
+// The screen: a dialog with a slider, a toggle, a bar and a button, the button's look from an included
+// file and a scriptlet, and an inner dialog with two tab entries.
+std::string menu(int playX, const std::string& extra = "") {
+    return "menu = uiDialog\n{\n  width = 800\n  height = 600\n"
+           "  child volume = uiSliderButton\n  {\n    x = 40\n    width = 20\n    height = 10\n"
+           "    minx = 40\n    maxx = 240\n  }\n"
+           "  child music = uiToggleButton\n  {\n    y = 40\n    width = 20\n    height = 20\n  }\n"
+           "  child bar = uiProgressBar\n  {\n    y = 80\n    width = 100\n    height = 10\n  }\n"
+           "  child play = uiButton\n  {\n    x = " +
+           std::to_string(playX) + "\n    y = 120\n    #scriptlet look.txt\n  }\n" + extra +
+           "  child options = uiDialog\n  {\n    x = 400\n"
+           "    child a = uiButton\n    {\n      width = 20\n      height = 20\n      tabentry\n    }\n"
+           "    child b = uiButton\n    {\n      y = 40\n      width = 20\n      height = 20\n      "
+           "tabentry\n    }\n"
+           "  }\n  visible = false\n}\n";
+}
+
+bool clicked(uiWidget*, void* client, int, int) {
+    ++*static_cast<int*>(client);
+    return true;
+}
+
+class LiveReload : public ::testing::Test {
+protected:
+    void SetUp() override {
+        File::setBackend(nullptr); // real files, read through stdio
+        m_home = fs::current_path();
+        // In memory where there is such a folder: a thousand saves to a disk wait for it.
+        const fs::path tmp = fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path();
+        m_dir = tmp / ("livereload-" + std::to_string(getpid()));
+        fs::create_directories(m_dir);
+        fs::current_path(m_dir);
+        write("look.txt", "width = 40\nheight = 20\n");
+        write("menu.ui", menu(10));
+        ui.initialize(nullptr);
+        uiDevtoolsOptions o;
+        o.inspector = false;
+        o.font = "overlay";
+        o.panelSprite = "panel";
+        o.clock = [](void*) { return g_now; };
+        o.wire = [](uiWidget* root, uiWidget*, void* client) {
+            static_cast<LiveReload*>(client)->wire(root);
+        };
+        o.client = this;
+        dt = uiDevtools::enable(o);
+        wire(dt->loadUI("menu.ui"));
+        ui.setTopLevelWidget(root);
+        ui.pushDialog(static_cast<uiDialog*>(root), false);
+        ui.pushDialog(static_cast<uiDialog*>(at("menu.options")), false);
+        ui.update(16);
+    }
+    void TearDown() override {
+        uiDevtools::disable();
+        ui.shutdown();
+        ui.setTopLevelWidget(nullptr);
+        delete root;
+        fs::current_path(m_home);
+        fs::remove_all(m_dir);
+    }
+
+    void write(const std::string& name, const std::string& text) { std::ofstream(m_dir / name) << text; }
+    uiWidget* at(const char* path) { return root->getWidget(path, 0, false); }
+    void wire(uiWidget* r) {
+        root = r;
+        _WidgetMap_s map{};
+        map.mouseUpCb = clicked;
+        if (uiWidget* play = at("menu.play")) play->assignCallbacks(&map, &clicks);
+    }
+    // Runs 16 ms frames until a reload or a problem, at most `limit` ms; returns the time it took.
+    unsigned long long frames(unsigned long long limit = 400) {
+        const unsigned int before = dt->reloads();
+        const size_t problems = dt->problems().size();
+        const unsigned long long start = g_now;
+        while (g_now - start < limit && dt->reloads() == before && dt->problems().size() == problems) {
+            g_now += 16;
+            dt->frame(16);
+            ui.update(16);
+        }
+        return g_now - start;
+    }
+
+    testkit::Services services;
+    uiSubsystem ui;
+    uiDevtools* dt = nullptr;
+    uiWidget* root = nullptr;
+    int clicks = 0;
+    fs::path m_home, m_dir;
+};
+
+TEST_F(LiveReload, SavedScreenIsRebuiltInPlaceKeepingWhatThePlayerDid) {
+    static_cast<uiSliderButton*>(at("menu.volume"))->setValue(0.5f);
+    static_cast<uiToggleButton*>(at("menu.music"))->setToggle(true);
+    static_cast<uiProgressBar*>(at("menu.bar"))->setValue(70, true);
+    at("menu.options")->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false); // tab from a to b
+    ASSERT_TRUE(at("menu.options.b")->getInputFocus());
+    uiWidget* old = root;
+
+    write("menu.ui", menu(300).substr(0, 90)); // a save in progress, then the whole text
+    for (int i = 0; i < 2; ++i) {
+        g_now += 16;
+        dt->frame(16);
+    }
+    EXPECT_TRUE(dt->problems().empty()); // not read before it settles
+    write("menu.ui", menu(300));
+    EXPECT_LE(frames(), 250u);
+    ASSERT_EQ(dt->reloads(), 1u);
+    EXPECT_TRUE(dt->problems().empty());
+    ASSERT_NE(root, old);
+    EXPECT_EQ(ui.getTopLevelWidget(), root);
+    EXPECT_EQ(at("menu.play")->rect.x, 300);
+    EXPECT_EQ(at("menu.play")->rect.x2, 340); // the scriptlet still applies
+    EXPECT_FLOAT_EQ(static_cast<uiSliderButton*>(at("menu.volume"))->getValue(), 0.5f);
+    EXPECT_TRUE(static_cast<uiToggleButton*>(at("menu.music"))->getToggle());
+    EXPECT_EQ(static_cast<uiProgressBar*>(at("menu.bar"))->value, 70);
+    EXPECT_EQ(ui.topDialog(), at("menu.options"));
+    EXPECT_TRUE(ui.isDialogPushed(static_cast<uiDialog*>(root)));
+    EXPECT_TRUE(at("menu.options.b")->getInputFocus());
+    EXPECT_FALSE(at("menu.options.a")->getInputFocus());
+
+    // The game's callback was wired again: a click on the moved button reaches it.
+    ui.popDialog(ui.topDialog(), false);
+    ui.update(16);
+    ui.inputEvent(UIE_MOUSE_MOVE, 310, 125, 0);
+    ui.inputEvent(UIE_MOUSE_DOWN, 310, 125, 0);
+    ui.inputEvent(UIE_MOUSE_UP, 310, 125, 0);
+    EXPECT_EQ(clicks, 1);
+
+    // A scriptlet edit counts too: the cache is emptied, the new size read.
+    write("look.txt", "width = 60\nheight = 20\n");
+    frames();
+    EXPECT_EQ(at("menu.play")->rect.x2, 360);
+}
+
+TEST_F(LiveReload, BrokenFileKeepsTheOldScreenAndListsItsProblemsUntilFixed) {
+    uiWidget* old = root;
+    write("menu.ui", menu(300, "  child #missing.ui\n"));
+    frames();
+    ASSERT_FALSE(dt->problems().empty());
+    EXPECT_EQ(root, old);
+    EXPECT_EQ(ui.getTopLevelWidget(), old);
+    EXPECT_EQ(dt->problems()[0].rfind("menu.ui:", 0), 0u) << dt->problems()[0];
+    EXPECT_NE(dt->problems()[0].find(": error: "), std::string::npos);
+
+    services.gfx.clear();
+    dt->draw();
+    bool shown = false;
+    for (const testkit::GfxCall& c : services.gfx.named("print"))
+        shown = shown || c.text == dt->problems()[0];
+    EXPECT_TRUE(shown);
+
+    write("missing.ui", "extra = uiButton\n{\n  x = 5\n}\n"); // the missing include appears
+    frames();
+    EXPECT_TRUE(dt->problems().empty());
+    EXPECT_EQ(dt->reloads(), 1u);
+    EXPECT_NE(at("menu.extra"), nullptr);
+
+    fs::remove(m_dir / "missing.ui"); // and vanishes again
+    frames();
+    EXPECT_FALSE(dt->problems().empty());
+    EXPECT_NE(at("menu.extra"), nullptr);
+}
+
+TEST_F(LiveReload, AThousandReloadsLeaveNothingBehind) {
+    write("menu.ui", menu(20));
+    frames();
+    const long long blocks = services.memory.outstandingBlocks();
+    for (int i = 0; i < 1000; ++i) {
+        write("menu.ui", menu(i % 2 ? 20 : 1000));
+        frames();
+    }
+    EXPECT_EQ(dt->reloads(), 1001u);
+    EXPECT_EQ(services.memory.outstandingBlocks(), blocks) << services.memory.report();
+}
+
+} // namespace
