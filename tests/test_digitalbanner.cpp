@@ -73,6 +73,10 @@ TEST_F(DigitalBannerTest, FadesFlashesAndHiddenDelays) {
     // OFF fades in on entering and ON fades out on leaving.
     EXPECT_EQ(alphas("^P|OFF;0;200|Q;0|ON;0;200|^p", 100, 7),
               (std::vector<int>{0, 127, 255, 255, 255, 128, 0}));
+    // 10 ms frames at a scale of 0.7f are whole steps of 7 ms.
+    banner->setTimeScale(0.7f);
+    EXPECT_EQ(alphas("^P|ON;0;70|A;0|OFF;0;0|^p", 10, 13),
+              (std::vector<int>{0, 25, 51, 76, 102, 127, 153, 178, 204, 229, 255, 255, 0}));
 }
 
 TEST_F(DigitalBannerTest, MessagesAreCentredAndPiecesStandSideBySide) {

@@ -68,6 +68,8 @@ TEST_F(Subsystem, FramesStepTheClockAndVisitTheChosenTrees) {
     EXPECT_EQ(journal.lines, (std::vector<std::string>{"root:update 0,0", "other:render 0,0"}));
     ui->setVisibleWidget(nullptr);
     delete other;
+    ui->update(20000001); // beyond float's 24 bits: no rounding before the scaling
+    EXPECT_EQ(uiWidget::s_fDeltaTime, 20000.002f);
 }
 
 TEST_F(Subsystem, InputGoesToTheFocusWidgetInItsOwnSpaceElseToTheTopLevel) {

@@ -53,7 +53,7 @@ int uiSubsystem::shutdown() {
 void uiSubsystem::_stepFrame(unsigned int ms) {
     uiWidget::s_iDeltaTime = ms;
     ++uiWidget::s_frameNumber;
-    uiWidget::s_fDeltaTime = static_cast<float>(ms) * 0.001f;
+    uiWidget::s_fDeltaTime = static_cast<float>(ms * 0.001); // the count converts exactly to double
     _updateDialogs();
     if (uiWidget* w = m_active ? m_active : m_topLevel) w->update(0, 0);
 }

@@ -106,10 +106,11 @@ void uiDigitalBanner::_startMessage(dbMessage_t* message) {
     message->started = true;
 }
 
-// A negative or NaN scale stops the clock like a scale of 0: time does not run backwards.
+// In the float arithmetic of the scale, so that whole products come out whole (10 ms at 0.7f is 7 ms). A
+// negative or NaN scale stops the clock like a scale of 0: time does not run backwards.
 int uiDigitalBanner::_frameStep() const {
-    const double step = static_cast<double>(s_iDeltaTime) * timeScale;
-    return step > 0.0 ? ui::truncToInt(step) : 0;
+    const float step = static_cast<float>(s_iDeltaTime) * timeScale;
+    return step > 0.0f ? ui::truncToInt(step) : 0;
 }
 
 // ---- drawing ----------------------------------------------------------------------------------------
