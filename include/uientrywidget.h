@@ -29,6 +29,9 @@ public:
     static constexpr int KEY_BACKSPACE = 127;
 
     uiEntryWidget();
+    // A copy is a text widget's copy with the entry's state, and a cursor sprite of its own.
+    uiEntryWidget(const uiEntryWidget& other);
+    uiEntryWidget& operator=(const uiEntryWidget& other);
     ~uiEntryWidget() override; // gives the cursor sprite back
 
     bool testBounds(int x, int y) override;
@@ -48,6 +51,7 @@ protected:
     void _print(int printSet, const unsigned int* codes) override;
 
 private:
+    void _copyEntry(const uiEntryWidget& other);
     int _capacity() const; // the width limit in force: entryWidth within 0..127
     bool _typeChar(int key);
     void _drawCursor(int x, int y);

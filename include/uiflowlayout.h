@@ -26,6 +26,11 @@ class UI_API uiFlowLayout : public uiNonVisualWidget {
 public:
     enum flowType_e { HORIZONTAL = 0, VERTICAL = 1 };
 
+    uiFlowLayout() = default;
+    // A copy takes the settings and widget fields but neither the tree links nor the children.
+    uiFlowLayout(const uiFlowLayout& other);
+    uiFlowLayout& operator=(const uiFlowLayout& other);
+
     flowType_e getFlowType() const { return flowType; }
     void setFlowType(flowType_e type) { flowType = type; } // places nothing again
 
@@ -41,6 +46,7 @@ protected:
     virtual bool _layoutChild(uiWidget* child);
 
 private:
+    void _copyLayout(const uiFlowLayout& other);
     void _placeSpreadRows(uiWidget** items, int count);
 
 public:

@@ -29,6 +29,10 @@ public:
     static constexpr int kTextCapacity = 128; // 127 characters and the ending 0
 
     uiTextWidget();
+    // A copy takes the text, the settings and the widget fields but not the tree links, and shares the
+    // font handle with a reference of its own.
+    uiTextWidget(const uiTextWidget& other);
+    uiTextWidget& operator=(const uiTextWidget& other);
     // The font handle is not released here: it belongs to the graphics service's font cache.
     ~uiTextWidget() override;
 
@@ -56,6 +60,9 @@ protected:
     // Every new text ends here, whatever its source.
     virtual void _print(int printSet, const unsigned int* codes);
     virtual void _lerpToTargetAlpha();
+
+private:
+    void _copyText(const uiTextWidget& other);
 
 public:
     // Fields, in declared order.

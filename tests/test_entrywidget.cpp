@@ -240,6 +240,30 @@ TEST_F(EntryWidget, CursorSpritesAreGivenBack) {
     EXPECT_EQ(svc.gfx.liveSprites(), 0) << "destroying the field gives its cursor back";
 }
 
+TEST_F(EntryWidget, CopiesShareTheFontTakeACursorOfTheirOwnAndNoPlaceInTheTree) {
+    svc.gfx.defineFont("other", 16, 10);
+    type("ab");
+    {
+        uiEntryWidget copy(*entry);
+        EXPECT_EQ(testkit::toUtf8(copy.getText()), "AB");
+        EXPECT_EQ(copy.length, 2);
+        EXPECT_STREQ(copy.name, "name");
+        EXPECT_EQ(copy.rect.x, 100);
+        EXPECT_EQ(copy.getParent(), nullptr);
+        EXPECT_EQ(copy.font, entry->font);
+        EXPECT_EQ(svc.gfx.liveFonts(), 2);
+        EXPECT_EQ(svc.gfx.liveSprites(), 2);
+        EXPECT_TRUE(copy.setFont("other")); // gives back the copy's own reference only
+        copy.reset();
+        copy = *entry;
+        EXPECT_EQ(copy.length, 2);
+        EXPECT_EQ(copy.font, entry->font);
+        EXPECT_EQ(svc.gfx.liveFonts(), 2);
+        EXPECT_EQ(svc.gfx.liveSprites(), 2);
+    }
+    EXPECT_EQ(svc.gfx.liveSprites(), 1) << "the copy gave its own cursor back";
+}
+
 TEST_F(EntryWidget, DescriptionKeys) {
     testkit::Screen screen(svc, "form = uiNonVisualWidget\n{\n"
                                 "    child centre = uiEntryWidget\n    {\n"

@@ -196,6 +196,23 @@ TEST_F(FlowLayout, AnEmptyLayoutAllocatesNothing) {
     EXPECT_EQ(layout->rect.x2, 0);
 }
 
+TEST_F(FlowLayout, CopiesTakeTheSettingsButNeitherChildrenNorParent) {
+    layout->width = 100;
+    layout->spaceEvenly = true;
+    children({{40, 20}});
+    show();
+    uiFlowLayout copy(*layout);
+    uiFlowLayout assigned;
+    assigned = *layout;
+    for (uiFlowLayout* c : {&copy, &assigned}) {
+        EXPECT_EQ(c->width, 100);
+        EXPECT_TRUE(c->spaceEvenly);
+        EXPECT_EQ(c->rect.x2, layout->rect.x2);
+        EXPECT_EQ(c->getChildren(), nullptr);
+        EXPECT_EQ(c->getParent(), nullptr);
+    }
+}
+
 TEST_F(FlowLayout, DescriptionKeysAndMistakes) {
     testkit::Screen screen(
         svc, "flow = uiFlowLayout\n{\n"

@@ -35,6 +35,36 @@ bool intAfterEquals(Parser* parser, const char* form, int* value) {
 
 uiEntryWidget::uiEntryWidget() = default;
 
+uiEntryWidget::uiEntryWidget(const uiEntryWidget& other) : uiTextWidget(other) {
+    _copyEntry(other);
+}
+
+uiEntryWidget& uiEntryWidget::operator=(const uiEntryWidget& other) {
+    if (this != &other) {
+        uiTextWidget::operator=(other);
+        _copyEntry(other);
+    }
+    return *this;
+}
+
+// Each field gives its cursor sprite back when destroyed, so the copy creates one of its own from the
+// same sprite (none when that fails) instead of sharing the handle.
+void uiEntryWidget::_copyEntry(const uiEntryWidget& other) {
+    length = other.length;
+    entryWidth = other.entryWidth;
+    accepted = other.accepted;
+    const char* sprite = other.cursor != -1 && g_gfx ? g_gfx->getSpriteName(other.cursor) : nullptr;
+    const int previous = cursor;
+    cursor = sprite ? g_gfx->createSprite(sprite) : -1;
+    _releaseSprite(previous);
+    cursorFrame = other.cursorFrame;
+    cursorRate = other.cursorRate;
+    cursorTimer = other.cursorTimer;
+    entryRect = other.entryRect;
+    endHideCursor = other.endHideCursor;
+    acceptOnEnter = other.acceptOnEnter;
+}
+
 uiEntryWidget::~uiEntryWidget() {
     _releaseSprite(cursor);
 }

@@ -10,6 +10,30 @@
 
 UI_DEFINE_WIDGET(uiFlowLayout, uiNonVisualWidget, "uiflowlayout.h")
 
+uiFlowLayout::uiFlowLayout(const uiFlowLayout& other) : uiNonVisualWidget() {
+    _copyLayout(other);
+}
+
+uiFlowLayout& uiFlowLayout::operator=(const uiFlowLayout& other) {
+    if (this != &other) _copyLayout(other);
+    return *this;
+}
+
+void uiFlowLayout::_copyLayout(const uiFlowLayout& other) {
+    _copyWidgetFields(other);
+    flowType = other.flowType;
+    width = other.width;
+    height = other.height;
+    minSpaceX = other.minSpaceX;
+    minSpaceY = other.minSpaceY;
+    spaceEvenly = other.spaceEvenly;
+    cursorX = other.cursorX;
+    cursorY = other.cursorY;
+    spaceX = other.spaceX;
+    spaceY = other.spaceY;
+    lineExtent = other.lineExtent;
+}
+
 // ---- description keys -------------------------------------------------------------------------------
 
 void uiFlowLayout::_parseParams(Parser* parser, char* key) {

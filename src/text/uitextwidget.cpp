@@ -2,6 +2,7 @@
 #include "uitextwidget.h"
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include "core/uialphafade.h"
 #include "core/uidescvalue.h"
 #include "core/uinumeric.h"
@@ -37,6 +38,32 @@ void decode(const char* utf8, unsigned int* codes, int capacity) {
 
 uiTextWidget::uiTextWidget() = default;
 uiTextWidget::~uiTextWidget() = default;
+
+uiTextWidget::uiTextWidget(const uiTextWidget& other) : uiWidget() {
+    _copyText(other);
+}
+
+uiTextWidget& uiTextWidget::operator=(const uiTextWidget& other) {
+    if (this != &other) _copyText(other);
+    return *this;
+}
+
+// The copy takes a reference of its own to the shared font handle: either widget may later set another
+// font, which gives its own reference back, without closing the other's.
+void uiTextWidget::_copyText(const uiTextWidget& other) {
+    _copyWidgetFields(other);
+    if (font != other.font) uiTextWidget::setFont(other.font);
+    justify = other.justify;
+    set = other.set;
+    std::memcpy(text, other.text, sizeof text);
+    padding = other.padding;
+    alpha = other.alpha;
+    startAlpha = other.startAlpha;
+    targetAlpha = other.targetAlpha;
+    fadeTime = other.fadeTime;
+    fadeElapsed = other.fadeElapsed;
+    fadeDelay = other.fadeDelay;
+}
 
 // ---- description keys -------------------------------------------------------------------------------
 
