@@ -14,7 +14,7 @@
 //   frame = int            frame index; logs when beyond the frame count of an existing sprite
 //   alpha = int            immediate opacity of this widget only, taken modulo 256
 //   tilevertcount = int    rows of the tiled drawing (1)
-//   tilehorzcount = int    columns of the tiled drawing (1)
+//   tilehorzcount = int    columns of the tiled drawing (1); rows × columns at most 65,536
 // Name WF_ALPHA_TEST before WF_ACTIVE in a flag list: the sprite is prepared for the alpha test only
 // when it is created.
 #pragma once
@@ -50,6 +50,11 @@ protected:
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
     void _lerpToTargetAlpha(unsigned int milliseconds);
+
+private:
+    // Gives the sprite back through uiWidget::_releaseSprite and forgets the handle. The library's own
+    // swaps and deactivation use it, so a game's override of releaseSprite is never called from them.
+    void _dropSprite();
 
 public:
     // Fields, in declared order.

@@ -1,6 +1,7 @@
 // A widget for tests of the widget core: records its hooks into a shared journal.
 #pragma once
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 #include "uiwidget.h"
@@ -46,6 +47,7 @@ protected:
 // Makes a named probe at a rectangle; attaches it to `parent` when given.
 inline ProbeWidget* probe(const char* name, _uiRect_s r, uiWidget* parent = nullptr) {
     ProbeWidget* w = new ProbeWidget();
+    if (!w) std::abort(); // only a test that fails allocations on purpose gets null
     std::snprintf(w->name, sizeof w->name, "%s", name);
     w->rect = r;
     if (parent) parent->addChild(w, false);

@@ -21,6 +21,13 @@ protected:
     }
 };
 
+// A game's sprite widget whose releaseSprite keeps the sprite.
+class KeepingVisual : public uiVisualWidget {
+public:
+    int releases = 0;
+    void releaseSprite() override { ++releases; }
+};
+
 // A game's sprite widget that refuses some sprite names.
 class PickyVisual : public uiVisualWidget {
 public:
@@ -132,6 +139,19 @@ TEST_F(VisualWidget, SetSpriteSwapsTheSpriteNowOrAtTheNextActivation) {
     w->setSprite(longName.c_str(), 0, 0, true);
     EXPECT_EQ(std::string(w->spriteName), longName.substr(0, 127));
     EXPECT_EQ(svc.gfx.named("createSprite").back().text, longName.substr(0, 127));
+}
+
+TEST_F(VisualWidget, SwapsAndDeactivationGiveTheSpriteBackWithoutTheGamesReleaseSprite) {
+    auto* w = new KeepingVisual();
+    w->setSprite("old", 0, 0, false);
+    screen->addChild(w, false);
+    showAll();
+    EXPECT_TRUE(w->setSprite("new", 0, 0, true));
+    EXPECT_EQ(svc.gfx.named("createSprite").back().text, "new");
+    EXPECT_EQ(svc.gfx.liveSprites(), 1);
+    screen->setActive(false, true);
+    EXPECT_EQ(svc.gfx.liveSprites(), 0);
+    EXPECT_EQ(w->releases, 0);
 }
 
 TEST_F(VisualWidget, ASpriteThatCannotBeCreatedDrawsNothingAndIsNotReported) {
@@ -336,7 +356,12 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
                               "    child floor = uiVisualWidget\n"
                               "    {\n"
                               "        sprite = \"start\"\n"
-                              "        tilehorzcount = 100000\n"
+                              "        tilehorzcount = 320\n"
+                              "    }\n"
+                              "    child slip = uiVisualWidget\n"
+                              "    {\n"
+                              "        tilevertcount = 1000\n"
+                              "        tilehorzcount = 1000\n"
                               "    }\n"
                               "    flags = WF_VISIBLE | WF_ACTIVE\n"
                               "}\n");
@@ -344,7 +369,8 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
     auto* start = static_cast<uiVisualWidget*>(menu.find("start"));
     ASSERT_NE(start, nullptr);
     EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
-    EXPECT_TRUE(svc.log.has(1, "...line 18: tilehorzcount = 100000 is out of range, 256 used\f"));
+    EXPECT_TRUE(svc.log.has(1, "...line 23: tilehorzcount = 1000 makes more than 65536 tiles, 65 used\f"));
+    EXPECT_EQ(static_cast<uiVisualWidget*>(menu.find("slip"))->tileHorzCount, 65);
     EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 1);
     EXPECT_EQ(start->rect.x2, 15); // sized by the sprite
     EXPECT_EQ(start->rect.y2, 26);
@@ -353,8 +379,8 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
     svc.gfx.clear();
     menu->render(0, 0);
     std::vector<testkit::GfxCall> draws = svc.gfx.named("blt");
-    ASSERT_EQ(draws.size(), 256u + 6u) << "the floor's row stops at 256 tiles";
-    draws.erase(draws.begin(), draws.begin() + 256); // the floor, the latest child, draws first
+    ASSERT_EQ(draws.size(), 320u + 6u) << "a 4-pixel floor across 1280 pixels";
+    draws.erase(draws.begin(), draws.begin() + 320); // the floor, a later child, draws first
     EXPECT_EQ(draws[0].ints, (Ints{0, start->getSpriteId(), 5, 6, 2, 1, 44}));
     EXPECT_EQ(draws[5].ints, (Ints{0, start->getSpriteId(), 25, 26, 2, 1, 44}));
 }

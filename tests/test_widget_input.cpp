@@ -145,6 +145,50 @@ TEST_F(WidgetInput, GlobalInputFocusWidgetsComeLastWithTheirOwnCoordinates) {
     delete root;
 }
 
+// A hotkey handler: records each key and sends key 2 from `from` while it is given key 1.
+struct Relay {
+    std::vector<int> keys;
+    uiWidget* from;
+};
+bool relayKey(uiWidget*, void* client, int key) {
+    auto* relay = static_cast<Relay*>(client);
+    relay->keys.push_back(key);
+    if (key == 1) relay->from->inputEvent(UIE_KEY_DOWN, 0, 0, 2, false, false);
+    return false;
+}
+
+TEST_F(WidgetInput, GlobalListsDeliverAlongEveryPathAndNestedEventsStartAfresh) {
+    ProbeWidget* root = probe("root", {0, 0, 800, 600});
+    ProbeWidget* src = probe("src", {}, root);
+    ProbeWidget* e = probe("e", {}, root);
+    // src names x and y, which both name d, which names e: e is reached along two paths.
+    probe("x", {}, root)->addGlobalInputFocusWidget("root.d");
+    probe("y", {}, root)->addGlobalInputFocusWidget("root.d");
+    probe("d", {}, root)->addGlobalInputFocusWidget("root.e");
+    src->addGlobalInputFocusWidget("root.x");
+    src->addGlobalInputFocusWidget("root.y");
+    // A chain of 100 widgets that leads to src: no fixed count of forwarders cuts a long list short.
+    ProbeWidget* chain = src;
+    for (int i = 99; i >= 0; --i) {
+        const std::string name = "c" + std::to_string(i);
+        probe(name.c_str(), {}, root)
+            ->addGlobalInputFocusWidget(("root." + std::string(chain->name)).c_str());
+        chain = static_cast<ProbeWidget*>(root->getChildWidget(name.c_str(), 0, true));
+    }
+    root->setWidgetStates(true, true, true, true);
+    root->initialize();
+    Relay relay{{}, src};
+    e->keyDownCb = relayKey;
+    e->cbClient = &relay;
+    // Each key 1 that reaches e sends key 2 from src while src is still handing key 1 on.
+    for (ProbeWidget* start : {src, chain}) {
+        relay.keys.clear();
+        EXPECT_FALSE(start->inputEvent(UIE_KEY_DOWN, 0, 0, 1, false, false));
+        EXPECT_EQ(relay.keys, (std::vector<int>{1, 2, 2, 1, 2, 2})) << start->name;
+    }
+    delete root;
+}
+
 TEST_F(WidgetInput, RootCoordinateChildrenSeeThePointPlusTheirParentsPosition) {
     ProbeWidget* root = probe("root", {0, 0, 800, 600});
     ProbeWidget* parent = probe("parent", {100, 50, 300, 250}, root);

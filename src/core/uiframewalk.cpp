@@ -33,6 +33,26 @@ static uiWidget* currentFocusTop(e_uiEvent kind) {
     return kind == UIE_MOUSE_UP && g_ui ? g_ui->getInputFocusWidget() : nullptr;
 }
 
+// Global input focus lists may lead back (a widget naming itself, an ancestor, or a widget whose list
+// names it back). The record holds the widgets handing the current event on through their lists,
+// innermost first, each entry in the frame of the call that hands it on: a widget met again while it is
+// still handing the same event on does not hand it on once more, which ends every cycle. A widget reached
+// along two paths hands the event on along both. An event sent from inside a hook (a callback turning a
+// key into a click) is a new event with a record of its own.
+namespace {
+struct Forwarder {
+    const uiWidget* widget;
+    const Forwarder* outer;
+};
+thread_local const Forwarder* t_forwarding = nullptr;
+
+bool forwarding(const uiWidget* w) {
+    for (const Forwarder* f = t_forwarding; f; f = f->outer)
+        if (f->widget == w) return true;
+    return false;
+}
+} // namespace
+
 template <FrameWalk::Pass P, class W> void FrameWalk::frame(W* w, int x, int y) {
     if (!(w->flags & (P == Pass::Update ? WF_ACTIVE : WF_VISIBLE))) return;
     if (w->flags & WF_ROOT_COORDS) x = y = 0;
@@ -56,11 +76,14 @@ bool FrameWalk::input(W* w, e_uiEvent kind, int x, int y, int key, bool buttonDo
         x += w->parent->rect.x;
         y += w->parent->rect.y;
     }
+    const Forwarder* const outer = t_forwarding;
+    t_forwarding = nullptr;
     bool r;
     if constexpr (std::is_same_v<W, uiWidget>)
         r = w->_inputEvent(kind, x, y, key, buttonDown, handled);
     else
         r = w->W::_inputEvent(kind, x, y, key, buttonDown, handled);
+    t_forwarding = outer;
     if (!r && w->children) r = inputChildren(w, kind, x, y, key, buttonDown);
     if (!r && w->globalInputFocus) r = inputGlobalFocus(w, kind, x, y, key, buttonDown);
     return r;
@@ -105,27 +128,11 @@ bool FrameWalk::inputChildren(uiWidget* w, e_uiEvent kind, int x, int y, int key
     return r;
 }
 
-// Global input focus lists may lead back (a widget naming itself, an ancestor, or a widget whose list
-// names it back). While a widget hands an event on, every widget hands it on through its list at most
-// once, and at most 64 widgets do: each event ends, after a bounded amount of work.
-namespace {
-constexpr int kMaxForwarders = 64;
-thread_local const uiWidget* t_forwarders[kMaxForwarders];
-thread_local int t_forwarderCount = 0;
-thread_local int t_forwardDepth = 0;
-
-bool forwarded(const uiWidget* w) {
-    for (int i = 0; i < t_forwarderCount; ++i)
-        if (t_forwarders[i] == w) return true;
-    return false;
-}
-} // namespace
-
 // Global input focus widgets sit anywhere in the tree: each gets the absolute point in its own space.
 bool FrameWalk::inputGlobalFocus(uiWidget* w, e_uiEvent kind, int x, int y, int key, bool buttonDown) {
-    if (t_forwarderCount == kMaxForwarders || forwarded(w)) return false;
-    t_forwarders[t_forwarderCount++] = w;
-    ++t_forwardDepth;
+    if (forwarding(w)) return false;
+    const Forwarder self{w, t_forwarding};
+    t_forwarding = &self;
     int bx, by;
     w->getBasisCoords(&bx, &by);
     const int ax = x + bx, ay = y + by;
@@ -135,7 +142,7 @@ bool FrameWalk::inputGlobalFocus(uiWidget* w, e_uiEvent kind, int x, int y, int 
         entry->widget->getBasisCoords(&bx, &by);
         r = entry->widget->inputEvent(kind, ax - bx, ay - by, key, buttonDown, false);
     }
-    if (--t_forwardDepth == 0) t_forwarderCount = 0;
+    t_forwarding = self.outer;
     return r;
 }
 

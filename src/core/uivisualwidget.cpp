@@ -18,6 +18,27 @@ uiVisualWidget::~uiVisualWidget() {
 
 // ---- description keys -------------------------------------------------------------------------------
 
+namespace {
+
+// A widget draws at most this many tiles (rows times columns): more than a 1-pixel strip across any
+// screen needs, while a slip of the finger cannot make one widget draw millions of sprites a frame.
+constexpr int kMaxTiles = 65536;
+
+// Reads a tile count into *count, brought down so that with the `other` count the widget stays within
+// kMaxTiles, with a warning naming the line. A count of 0 or less draws nothing and is kept.
+bool tileCount(Parser* parser, const char* key, const char* name, int* count, int other) {
+    if (!parser->ParamEqualsInt32(key, name, count)) return false;
+    const int most = kMaxTiles / (other > 1 ? other : 1);
+    if (*count > most) {
+        Logger::log(1, "...line %d: %s = %d makes more than %d tiles, %d used\f", parser->GetLineNumber(),
+                    name, *count, kMaxTiles, most);
+        *count = most;
+    }
+    return true;
+}
+
+} // namespace
+
 void uiVisualWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "sprite")) {
         const char* value = ui::nameAfterEquals(parser, "sprite = \"val\"");
@@ -36,32 +57,28 @@ void uiVisualWidget::_parseParams(Parser* parser, char* key) {
         setAlpha(static_cast<unsigned char>(value), 0, 0, false);
         return;
     }
-    // At most 256 rows and columns: a slip of the finger must not make one widget draw millions of
-    // sprites a frame. A count of 0 or less draws nothing.
-    constexpr int kMaxTiles = 256;
-    if (parser->ParamEqualsInt32(key, "tilevertcount", &tileVertCount)) {
-        tileVertCount = ui::inRange(parser, "tilevertcount", tileVertCount, INT_MIN, kMaxTiles);
+    if (tileCount(parser, key, "tilevertcount", &tileVertCount, tileHorzCount) ||
+        tileCount(parser, key, "tilehorzcount", &tileHorzCount, tileVertCount))
         return;
-    }
-    if (parser->ParamEqualsInt32(key, "tilehorzcount", &tileHorzCount)) {
-        tileHorzCount = ui::inRange(parser, "tilehorzcount", tileHorzCount, INT_MIN, kMaxTiles);
-        return;
-    }
     uiWidget::_parseParams(parser, key);
 }
 
 // ---- sprite -----------------------------------------------------------------------------------------
 
-void uiVisualWidget::releaseSprite() {
+void uiVisualWidget::_dropSprite() {
     _releaseSprite(spriteId);
     spriteId = -1;
+}
+
+void uiVisualWidget::releaseSprite() {
+    _dropSprite();
 }
 
 bool uiVisualWidget::setSprite(const char* spriteFile, int spriteAnim, int spriteFrame, bool activate) {
     ui::copyName(spriteName, spriteFile);
     anim = spriteAnim;
     frame = spriteFrame;
-    releaseSprite();
+    _dropSprite();
     if (activate) _activate();
     return true;
 }
@@ -96,7 +113,7 @@ void uiVisualWidget::_activate() {
 }
 
 void uiVisualWidget::_deactivate() {
-    if (s_dynamicLoading) releaseSprite();
+    if (s_dynamicLoading) _dropSprite();
 }
 
 // ---- alpha ------------------------------------------------------------------------------------------
