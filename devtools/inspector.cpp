@@ -10,7 +10,7 @@
 namespace devtools {
 namespace {
 
-constexpr int kPanelWidth = 330;
+constexpr int kPanelWidth = 420;
 constexpr int kGraphHeight = 40;
 
 std::string format(const char* f, int a, int b, int c, int d) {
@@ -56,17 +56,19 @@ std::vector<std::string> Inspector::describe(uiWidget* w) {
     for (uiWidget* p = w->getParent(); p; p = p->getParent())
         ++depth;
     const char* depthName = uiWidget::s_getDepthName(w->getDepth());
-    out.push_back(std::string(w->getType()) + "  depth " + std::to_string(w->getDepth()) +
-                  (*depthName ? std::string(" (") + depthName + ")" : std::string()) + "  level " +
-                  std::to_string(depth));
+    const std::string number = std::to_string(w->getDepth());
+    const bool named = *depthName && number != depthName;
+    out.push_back(std::string(w->getType()) + "  depth " + number +
+                  (named ? std::string(" (") + depthName + ")" : "") + "  level " + std::to_string(depth));
     const _uiRect_s& l = w->rect;
     out.push_back(format("local  %d,%d - %d,%d", l.x, l.y, l.x2, l.y2));
     const _uiRect_s s = screenRect(w);
     out.push_back(format("screen %d,%d - %d,%d", s.x, s.y, s.x2, s.y2) +
                   format("  (%d x %d)", s.x2 - s.x, s.y2 - s.y, 0, 0));
     char flags[24];
-    std::snprintf(flags, sizeof flags, "flags 0x%x: ", w->getWidgetFlags());
-    out.push_back(flags + flagNames(w));
+    std::snprintf(flags, sizeof flags, "flags 0x%x", w->getWidgetFlags());
+    out.push_back(flags);
+    out.push_back("  " + flagNames(w));
     if (w->isType("uiVisualWidget")) {
         auto* v = static_cast<uiVisualWidget*>(w);
         out.push_back(std::string("sprite \"") + v->spriteName + "\"" +

@@ -1,4 +1,5 @@
 #include "overlay.h"
+#include <algorithm>
 #include "gfxsubsystem.h"
 
 namespace devtools {
@@ -22,9 +23,15 @@ bool Overlay::ready() {
     return m_font >= 0 || m_line >= 0;
 }
 
+// A blit with a size draws that much of the sprite, so larger areas are covered by tiles of it.
 void Overlay::_fill(int sprite, const _uiRect_s& r, int alpha) {
-    if (sprite < 0 || r.x2 <= r.x || r.y2 <= r.y) return;
-    g_gfx->blt(g_gfx->getMaxDepthNode(), sprite, r.x, r.y, r.x2 - r.x, r.y2 - r.y, 0, 0, alpha);
+    if (sprite < 0) return;
+    const int tw = std::max(1, g_gfx->getSpriteWidth(sprite)),
+              th = std::max(1, g_gfx->getSpriteHeight(sprite));
+    for (int y = r.y; y < r.y2; y += th)
+        for (int x = r.x; x < r.x2; x += tw)
+            g_gfx->blt(g_gfx->getMaxDepthNode(), sprite, x, y, std::min(tw, r.x2 - x), std::min(th, r.y2 - y),
+                       0, 0, alpha);
 }
 
 void Overlay::panel(const _uiRect_s& r, int alpha) {

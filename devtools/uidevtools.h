@@ -36,7 +36,7 @@ struct uiDevtoolsOptions {
     bool watch = true;
     bool inspector = true;
     // Overlays draw with the graphics service: text in `font`, lines in `lineSprite` and panels in
-    // `panelSprite`, both stretched (a light and a dark pixel work best). Without them nothing is drawn.
+    // `panelSprite`, plain pictures (light and dark) tiled over the area. Without them nothing is drawn.
     const char* font = nullptr;
     const char* lineSprite = nullptr;
     const char* panelSprite = nullptr;

@@ -15,7 +15,7 @@ TEST(UiviewInput, SdlKeysTranslateToTheLibrarysCodes) {
     EXPECT_EQ(libraryKey(SDLK_TAB), 9);
     EXPECT_EQ(libraryKey(SDLK_F1), 163);
     EXPECT_EQ(libraryKey(SDLK_F10), 172);
-    EXPECT_EQ(libraryKey(SDLK_F11), 0);
+    EXPECT_EQ(libraryKey(SDLK_F12), 174);
     EXPECT_EQ(libraryKey(SDLK_RALT), 136);
     EXPECT_EQ(libraryKey(SDLK_LCTRL), 137);
     EXPECT_EQ(libraryKey(SDLK_RSHIFT), 138);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 #include "colourlog.h"
+#include "devtoolsglue.h"
 #include "options.h"
 #include "script.h"
 #include "sdlgfx.h"
@@ -42,6 +43,7 @@ struct Session {
     std::vector<uiWidget*> shown;         // roots shown so far, deleted at the end
     int switchedAt = -1;                  // frame of the switch to the loaded screen
     uiDialog* settled = nullptr;          // the top dialog last reset
+    uiDevtools* devtools = nullptr;
 };
 
 bool onClick(uiWidget*, void* client, int, int) {
@@ -125,6 +127,18 @@ void showScreen(Session& s, uiWidget* root) {
     bindActions(s.bound);
 }
 
+// A screen rebuilt from its saved files: uiview's clicks and banners again, the old tree forgotten.
+void rewire(uiWidget* root, uiWidget* replaced, void* client) {
+    Session& s = *static_cast<Session*>(client);
+    for (uiWidget*& shown : s.shown)
+        if (shown == replaced) shown = root;
+    if (s.root == replaced) s.root = root;
+    s.settled = s.ui->topDialog(); // the reload kept its tab position: no reset
+    printBanners(s.options, root);
+    bindToggles(root);
+    bindActions(s.bound);
+}
+
 // --load: starts loading the next screens, fed into the bar at --progress.
 void startLoading(Session& s) {
     const ViewOptions& o = s.options;
@@ -161,24 +175,31 @@ void sendScripted(const ScriptEvent& e, uiSubsystem& ui) {
     const int mx = ui.getMousePositionX(), my = ui.getMousePositionY();
     switch (e.kind) {
     case ScriptEvent::Move:
-        ui.inputEvent(UIE_MOUSE_MOVE, e.x, e.y, 0);
+        deliver(ui, UIE_MOUSE_MOVE, e.x, e.y, 0);
         break;
     case ScriptEvent::Down:
-        ui.inputEvent(UIE_MOUSE_DOWN, e.x, e.y, 0);
+        deliver(ui, UIE_MOUSE_DOWN, e.x, e.y, 0);
         break;
     case ScriptEvent::Up:
-        ui.inputEvent(UIE_MOUSE_UP, e.x, e.y, 0);
+        deliver(ui, UIE_MOUSE_UP, e.x, e.y, 0);
         break;
     case ScriptEvent::Key:
-        ui.inputEvent(UIE_KEY_DOWN, mx, my, e.key);
-        ui.inputEvent(UIE_KEY_UP, mx, my, e.key);
+        deliver(ui, UIE_KEY_DOWN, mx, my, e.key);
+        deliver(ui, UIE_KEY_UP, mx, my, e.key);
         break;
     case ScriptEvent::Char:
-        ui.inputEvent(UIE_CHAR, mx, my, e.key);
+        deliver(ui, UIE_CHAR, mx, my, e.key);
         break;
     case ScriptEvent::Png:
         break;
     }
+}
+
+// One frame with the devtools around it: saved files first, their overlays last.
+void renderFrame(Session& s, unsigned int ms) {
+    s.devtools->frame(ms);
+    s.ui->render(ms);
+    s.devtools->draw();
 }
 
 // Runs the frames off screen; returns the number of pictures saved, and whether any could not be.
@@ -199,7 +220,7 @@ int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, S
         }
         loadingFrame(s, static_cast<unsigned int>(o.ms), frame);
         settleTopDialog(s);
-        s.ui->render(static_cast<unsigned int>(o.ms));
+        renderFrame(s, static_cast<unsigned int>(o.ms));
         gfx.present();
         if (o.png.empty() || !save) continue;
         char path[1024];
@@ -224,7 +245,7 @@ void runWindow(SdlGfx& gfx, Session& s) {
         const Uint32 now = SDL_GetTicks();
         loadingFrame(s, now - last, 0);
         settleTopDialog(s);
-        s.ui->render(now - last);
+        renderFrame(s, now - last);
         last = now;
         gfx.present();
         SDL_Delay(1);
@@ -283,12 +304,14 @@ int main(int argc, char** argv) {
         g_sound = &sound;
         uiSubsystem* ui = new uiSubsystem();
         ui->initialize(nullptr);
-        uiWidget* root = ui->loadUI(file.c_str());
+        DevtoolsGlue glue;
+        Session session(o, ui);
+        session.devtools = glue.enable(o.watch, o.statsFont.c_str(), rewire, &session);
+        uiWidget* root = session.devtools->loadUI(file.c_str());
         if (!root || !gfx.ok()) {
             std::fprintf(stderr, "uiview: cannot run %s\n", o.file.c_str());
             status = 1;
         } else {
-            Session session(o, ui);
             for (const ClickAction& a : o.actions)
                 session.bound.push_back(BoundAction{&session, a});
             showScreen(session, root);

@@ -15,7 +15,8 @@ void printHelp() {
         "  --frames N          run N frames off screen, without a window or display\n"
         "  --ms M              milliseconds per off-screen frame (default 16)\n"
         "  --png PATTERN       save off-screen frames as PNG files, e.g. out/frame%03d.png (relative to\n"
-        "                      the current directory; a frame that cannot be written makes the exit status 1)\n"
+        "                      the current directory; a frame that cannot be written makes the exit status "
+        "1)\n"
         "  --script FILE       play timed input events, one per line:\n"
         "                        move X Y | down X Y | up X Y   mouse events at (X, Y)\n"
         "                        key CODE                       key down and up of a library key code\n"
@@ -25,7 +26,9 @@ void printHelp() {
         "                                                       lines of the same time come a frame later\n"
         "                      '#' starts a comment\n"
         "  --stats             show the statistics overlay\n"
-        "  --stats-font NAME   font of the overlay (default: stats, from stats.font)\n"
+        "  --stats-font NAME   font of the overlay and of the devtools' (default: stats, from stats.font)\n"
+        "  --watch             rebuild the screen when its files are saved, keeping its state; F12\n"
+        "                      opens the inspector (u parent, d child, n/b siblings, c copy, t tree)\n"
         "  --push PATH         push the dialog at PATH (dotted path from the root) at the start\n"
         "  --value PATH=N      set the progress bar at PATH to N at the start (it fills toward it)\n"
         "  --banner PATH=FILE  print each line of FILE (banner markup) on the digital banner at PATH,\n"
@@ -82,6 +85,8 @@ bool parseOptions(int argc, char** argv, ViewOptions& o) {
             o.help = true;
         else if (arg == "--stats")
             o.stats = true;
+        else if (arg == "--watch")
+            o.watch = true;
         else if (arg == "--size") {
             if (std::sscanf(value, "%dx%d", &o.width, &o.height) != 2 || o.width <= 0 || o.height <= 0) {
                 std::fprintf(stderr, "uiview: --size wants WxH, got %s\n", value);

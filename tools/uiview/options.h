@@ -24,6 +24,7 @@ struct ViewOptions {
     std::vector<std::pair<std::string, std::string>> banners; // banner path, file of messages
     std::vector<std::string> load; // screens loaded in the background, shown when all have arrived
     std::string progress;          // progress bar fed by the background loads
+    bool watch = false;            // live reload
     bool help = false;
 };
 

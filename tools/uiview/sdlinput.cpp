@@ -1,4 +1,5 @@
 #include "sdlinput.h"
+#include "uidevtools.h"
 #include "uisubsystem.h"
 
 int libraryKey(SDL_Keycode key) {
@@ -24,8 +25,13 @@ int libraryKey(SDL_Keycode key) {
     default:
         break;
     }
-    if (key >= SDLK_F1 && key <= SDLK_F10) return 163 + (key - SDLK_F1);
+    if (key >= SDLK_F1 && key <= SDLK_F12) return 163 + (key - SDLK_F1);
     return key > 0 && key < 127 ? key : 0;
+}
+
+void deliver(uiSubsystem& ui, e_uiEvent kind, int x, int y, int key) {
+    uiDevtools* devtools = uiDevtools::get();
+    if (!devtools || !devtools->inputEvent(kind, x, y, key)) ui.inputEvent(kind, x, y, key);
 }
 
 bool forwardSdlEvent(const SDL_Event& event, uiSubsystem& ui) {
@@ -34,20 +40,20 @@ bool forwardSdlEvent(const SDL_Event& event, uiSubsystem& ui) {
     case SDL_QUIT:
         return false;
     case SDL_MOUSEMOTION:
-        ui.inputEvent(UIE_MOUSE_MOVE, event.motion.x, event.motion.y, 0);
+        deliver(ui, UIE_MOUSE_MOVE, event.motion.x, event.motion.y, 0);
         break;
     case SDL_MOUSEBUTTONDOWN:
         if (event.button.button == SDL_BUTTON_LEFT)
-            ui.inputEvent(UIE_MOUSE_DOWN, event.button.x, event.button.y, 0);
+            deliver(ui, UIE_MOUSE_DOWN, event.button.x, event.button.y, 0);
         break;
     case SDL_MOUSEBUTTONUP:
         if (event.button.button == SDL_BUTTON_LEFT)
-            ui.inputEvent(UIE_MOUSE_UP, event.button.x, event.button.y, 0);
+            deliver(ui, UIE_MOUSE_UP, event.button.x, event.button.y, 0);
         break;
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         if (const int key = libraryKey(event.key.keysym.sym))
-            ui.inputEvent(event.type == SDL_KEYDOWN ? UIE_KEY_DOWN : UIE_KEY_UP, mx, my, key);
+            deliver(ui, event.type == SDL_KEYDOWN ? UIE_KEY_DOWN : UIE_KEY_UP, mx, my, key);
         break;
     case SDL_TEXTINPUT: {
         // UTF-8 text: one character event per decoded character.
@@ -57,7 +63,7 @@ bool forwardSdlEvent(const SDL_Event& event, uiSubsystem& ui) {
             int code = *s & (more ? 0x3F >> more : 0x7F);
             for (++s; more > 0 && *s; --more, ++s)
                 code = (code << 6) | (*s & 0x3F);
-            ui.inputEvent(UIE_CHAR, mx, my, code);
+            deliver(ui, UIE_CHAR, mx, my, code);
         }
         break;
     }
