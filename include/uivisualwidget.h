@@ -14,7 +14,7 @@
 //   frame = int            frame index; logs when beyond the frame count of an existing sprite
 //   alpha = int            immediate opacity of this widget only, taken modulo 256
 //   tilevertcount = int    rows of the tiled drawing (1)
-//   tilehorzcount = int    columns of the tiled drawing (1); rows × columns at most 65,536
+//   tilehorzcount = int    columns of the tiled drawing (1); rows × columns at most 16,384
 // Name WF_ALPHA_TEST before WF_ACTIVE in a flag list: the sprite is prepared for the alpha test only
 // when it is created.
 #pragma once

@@ -369,8 +369,8 @@ TEST_F(VisualWidget, DescriptionKeysSetTheSpriteTilingAndAlpha) {
     auto* start = static_cast<uiVisualWidget*>(menu.find("start"));
     ASSERT_NE(start, nullptr);
     EXPECT_EQ(svc.log.count(), 1) << svc.log.dump();
-    EXPECT_TRUE(svc.log.has(1, "...line 23: tilehorzcount = 1000 makes more than 65536 tiles, 65 used\f"));
-    EXPECT_EQ(static_cast<uiVisualWidget*>(menu.find("slip"))->tileHorzCount, 65);
+    EXPECT_TRUE(svc.log.has(1, "...line 23: tilehorzcount = 1000 makes more than 16384 tiles, 16 used\f"));
+    EXPECT_EQ(static_cast<uiVisualWidget*>(menu.find("slip"))->tileHorzCount, 16);
     EXPECT_EQ(svc.gfx.count("setupAlphaTestSprite"), 1);
     EXPECT_EQ(start->rect.x2, 15); // sized by the sprite
     EXPECT_EQ(start->rect.y2, 26);

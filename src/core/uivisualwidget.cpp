@@ -22,7 +22,7 @@ namespace {
 
 // A widget draws at most this many tiles (rows times columns): more than a 1-pixel strip across any
 // screen needs, while a slip of the finger cannot make one widget draw millions of sprites a frame.
-constexpr int kMaxTiles = 65536;
+constexpr int kMaxTiles = 16384;
 
 // Reads a tile count into *count, brought down so that with the `other` count the widget stays within
 // kMaxTiles, with a warning naming the line. A count of 0 or less draws nothing and is kept.
