@@ -6,9 +6,11 @@ LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPI
 CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core \
-  clang libclang-rt-14-dev valgrind
-# The Windows build: MinGW-w64 with posix threads, Wine without a display, GoogleTest's sources.
-WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix wine64 googletest
+  clang libclang-rt-14-dev valgrind libcli11-dev nlohmann-json3-dev
+# The Windows build: MinGW-w64 with posix threads, Wine without a display, GoogleTest's sources, and the
+# header-only libraries of the tools.
+WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix wine64 googletest libcli11-dev \
+  nlohmann-json3-dev
 WINE_RUN := $(CURDIR)/cmake/wine-run
 WINE_PREFIX := $(CURDIR)/build/wineprefix
 

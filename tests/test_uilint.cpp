@@ -190,10 +190,8 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
     write("assets/serif.ttf", "ttf");
     write("assets/clack.ogg", "ogg");
     EXPECT_EQ(run("--format json --assets assets menu.txt"), 1);
-    EXPECT_EQ(
-        output,
-        "[\n  {\"file\": \"menu.txt\", \"line\": 10, \"severity\": \"error\", \"message\": \"sprite not "
-        "found in the asset folder: missing\"},\n  {\"file\": \"menu.txt\", \"line\": 18, \"severity\": "
-        "\"error\", \"message\": \"sprite not found in the asset folder: asleep\"}\n]\n");
+    EXPECT_EQ(output, "[{\"file\":\"menu.txt\",\"line\":10,\"severity\":\"error\",\"message\":\"sprite not "
+                      "found in the asset folder: missing\"},{\"file\":\"menu.txt\",\"line\":18,\"severity\":"
+                      "\"error\",\"message\":\"sprite not found in the asset folder: asleep\"}]\n");
     EXPECT_EQ(run("--format yaml menu.txt"), 2);
 }

@@ -6,9 +6,10 @@
 //
 // Text output is "file:line: error: message", as compilers write it; the exit status is 1 when any
 // error was found, 2 on bad arguments.
+#include <CLI/CLI.hpp>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 #include "assetgfx.h"
@@ -53,23 +54,6 @@ std::vector<devtools::Diagnostic> lint(const fs::path& file, const uilint::Asset
     return found;
 }
 
-std::string jsonString(const std::string& s) {
-    std::string out = "\"";
-    for (unsigned char c : s) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += static_cast<char>(c);
-        } else if (c < 0x20) {
-            char esc[8];
-            std::snprintf(esc, sizeof esc, "\\u%04x", c);
-            out += esc;
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    return out + "\"";
-}
-
 const char* severityName(int severity) {
     return severity >= 2 ? "error" : "warning";
 }
@@ -79,50 +63,42 @@ void printText(const std::vector<devtools::Diagnostic>& all) {
         std::printf("%s\n", devtools::diagnosticLine(d).c_str());
 }
 
+// One array of objects on one line; bytes that are not UTF-8 become U+FFFD rather than stopping the output.
 void printJson(const std::vector<devtools::Diagnostic>& all) {
-    std::printf("[");
-    for (size_t i = 0; i < all.size(); ++i) {
-        const devtools::Diagnostic& d = all[i];
-        std::printf("%s\n  {\"file\": %s, \"line\": %d, \"severity\": \"%s\", \"message\": %s}", i ? "," : "",
-                    jsonString(d.file).c_str(), d.line, severityName(d.severity),
-                    jsonString(d.message).c_str());
-    }
-    std::printf("\n]\n");
-}
-
-int usage() {
-    std::fprintf(stderr, "usage: uilint [--format text|json] [--assets DIR] FILE...\n");
-    return 2;
+    nlohmann::ordered_json out = nlohmann::ordered_json::array();
+    for (const devtools::Diagnostic& d : all)
+        out.push_back({{"file", d.file},
+                       {"line", d.line},
+                       {"severity", severityName(d.severity)},
+                       {"message", d.message}});
+    std::puts(out.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    bool json = false;
-    std::string assets;
+    std::string format = "text", assets;
     std::vector<fs::path> files;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--format") == 0 && i + 1 < argc) {
-            const std::string format = argv[++i];
-            if (format != "text" && format != "json") return usage();
-            json = format == "json";
-        } else if (std::strcmp(argv[i], "--assets") == 0 && i + 1 < argc) {
-            assets = fs::absolute(argv[++i]).string();
-        } else if (argv[i][0] == '-') {
-            return usage();
-        } else {
-            files.emplace_back(argv[i]);
-        }
+    CLI::App app("Checks UI description files by loading them with the library.\n", "uilint");
+    app.footer("Exit status: 1 when any error was found, 2 when the command line is not understood.");
+    app.add_option("--format", format, "output: file:line: lines, or a JSON array")
+        ->check(CLI::IsMember({"text", "json"}));
+    app.add_option("--assets", assets, "folder to find sprites, fonts, sounds and particle files in")
+        ->type_name("DIR");
+    app.add_option("FILE", files, "descriptions to check")->required();
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        return app.exit(e) == 0 ? 0 : 2;
     }
-    if (files.empty()) return usage();
 
-    const uilint::AssetFolder folder(assets);
+    const uilint::AssetFolder folder(assets.empty() ? assets : fs::absolute(assets).string());
     std::vector<devtools::Diagnostic> all;
     for (const fs::path& file : files) {
         std::vector<devtools::Diagnostic> found = lint(file, folder);
         all.insert(all.end(), found.begin(), found.end());
     }
-    json ? printJson(all) : printText(all);
+    format == "json" ? printJson(all) : printText(all);
     for (const devtools::Diagnostic& d : all)
         if (d.severity >= 2) return 1;
     return 0;

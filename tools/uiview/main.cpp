@@ -256,11 +256,7 @@ void runWindow(SdlGfx& gfx, Session& s) {
 
 int main(int argc, char** argv) {
     ViewOptions o;
-    if (!parseOptions(argc, argv, o)) return 2;
-    if (o.help) {
-        printHelp();
-        return 0;
-    }
+    if (const std::optional<int> status = parseOptions(argc, argv, o)) return *status;
     std::vector<ScriptEvent> events;
     if (!o.script.empty() && !loadScript(o.script, events)) return 2;
 

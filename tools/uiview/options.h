@@ -1,5 +1,6 @@
 // Command line of uiview.
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,9 +26,8 @@ struct ViewOptions {
     std::vector<std::string> load; // screens loaded in the background, shown when all have arrived
     std::string progress;          // progress bar fed by the background loads
     bool watch = false;            // live reload
-    bool help = false;
 };
 
-// Fills options from the command line; false (with a message on stderr) when it is not understood.
-bool parseOptions(int argc, char** argv, ViewOptions& options);
-void printHelp();
+// Fills options from the command line. Returns the exit status when uiview is to stop at once: 0 after
+// --help, 2 (with a message on stderr) when the command line is not understood.
+std::optional<int> parseOptions(int argc, char** argv, ViewOptions& options);
