@@ -42,12 +42,21 @@ build: deps
 	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
 	cmake --build build/normal -j $(JOBS)
 
-# Runs the example screens off screen with their scripted sessions; frames go to out/demo/<example>/.
-# Builds only what the demo runs (the library, the SDL services and uiview).
+# Runs the example screens and the game off screen with their scripted sessions; frames go to
+# out/demo/<example>/ and out/demo/game/. Builds only what the demo runs (the library, the SDL services,
+# uiview and the game).
 demo: deps
 	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
-	cmake --build build/normal -j $(JOBS) --target uiview
-	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview
+	cmake --build build/normal -j $(JOBS) --target uiview starcatcher
+	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview \
+	  build/normal/examples/game/starcatcher
+
+# Builds the game and opens it in a window.
+.PHONY: play
+play: deps
+	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
+	cmake --build build/normal -j $(JOBS) --target starcatcher
+	build/normal/examples/game/starcatcher
 
 # Regenerates the golden images of the example sessions from a fresh demo run.
 golden: demo
