@@ -65,6 +65,7 @@ golden: demo
 test-normal: build
 	cd build/normal && ctest --output-on-failure -j $(JOBS)
 	cd examples && ../build/normal/tools/uilint/uilint --assets . *.ui
+	cd examples/game && ../../build/normal/tools/uilint/uilint --assets . *.ui
 
 test-asan: deps
 	cmake -S . -B build/asan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=address,undefined

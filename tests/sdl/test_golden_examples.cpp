@@ -63,28 +63,44 @@ std::string readAll(const std::string& path) {
     return s;
 }
 
-} // namespace
-
-class GoldenExample : public ::testing::TestWithParam<const char*> {};
-
-TEST_P(GoldenExample, SessionFramesMatchTheReferences) {
-    const std::string name = GetParam();
+// Runs a session into a fresh folder and compares every golden frame of tests/golden/<name> with it.
+void expectSessionMatches(const std::string& name, const std::string& command) {
     const std::string root = GAMEUI_SOURCE_DIR;
     char pattern[] = "/tmp/gameui_golden_XXXXXX"; // a directory of its own: test runs may overlap
     ASSERT_NE(mkdtemp(pattern), nullptr);
     const std::string out = pattern;
     const std::vector<std::string> frames = goldenFrames(root + "/tests/golden/" + name);
     ASSERT_FALSE(frames.empty());
-    const std::string cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + UIVIEW_PATH + " examples/" + name +
-                            ".ui " + readAll(root + "/examples/" + name + ".args") + " --script examples/" +
-                            name + ".script --png " + out + "/frame%03d.png >/dev/null 2>&1";
+    std::string cmd = command;
+    for (size_t at; (at = cmd.find("@OUT@")) != std::string::npos;)
+        cmd.replace(at, 5, out);
+    cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + cmd + " >/dev/null 2>&1";
     ASSERT_EQ(std::system(cmd.c_str()), 0) << cmd;
     for (const std::string& frame : frames)
         EXPECT_LE(differingShare(root + "/tests/golden/" + name + "/" + frame, out + "/" + frame),
                   kPixelShare)
             << name << "/" << frame << " differs from its reference (new frame in " << out << ")";
-    if (!HasFailure()) std::system(("rm -rf " + out).c_str());
+    if (!::testing::Test::HasFailure()) std::system(("rm -rf " + out).c_str());
+}
+
+} // namespace
+
+class GoldenExample : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(GoldenExample, SessionFramesMatchTheReferences) {
+    const std::string name = GetParam();
+    expectSessionMatches(name, std::string(UIVIEW_PATH) + " examples/" + name + ".ui " +
+                                   readAll(std::string(GAMEUI_SOURCE_DIR) + "/examples/" + name + ".args") +
+                                   " --script examples/" + name + ".script --png @OUT@/frame%03d.png");
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, GoldenExample,
                          ::testing::Values("menu", "levels", "options", "entry", "loading", "scoreboard"));
+
+// The game's session, its saved files in the session's folder so that it starts from the defaults.
+TEST(GoldenGame, SessionFramesMatchTheReferences) {
+    expectSessionMatches("game", std::string(STARCATCHER_PATH) + " " +
+                                     readAll(std::string(GAMEUI_SOURCE_DIR) + "/examples/game/demo.args") +
+                                     " --prefs @OUT@/prefs --script examples/game/demo.script"
+                                     " --png @OUT@/frame%04d.png");
+}

@@ -24,9 +24,7 @@ Game::Game(Host& h, const GameConfig& c) : host(h), config(c) {
 
 Game::~Game() {
     if (!m_ui) return;
-    m_ui->clearDialogStack(false);
-    m_ui->update(0);
-    m_screens[m_current]->leave();
+    _leaveScreen();
     m_ui->setTopLevelWidget(nullptr);
     for (int id = 0; id < SCREEN_COUNT; ++id)
         _deleteTree(static_cast<ScreenId>(id));
@@ -75,13 +73,18 @@ void Game::adoptPlayTree(uiWidget* tree) {
     m_screens[SCREEN_PLAY]->bind(tree);
 }
 
-// Dialogs of the old screen go at once, and with them the input focus they held.
-void Game::_switchTo(ScreenId id) {
+// Dialogs of the screen shown go at once, and with them the input focus they held.
+void Game::_leaveScreen() {
     m_ui->clearDialogStack(false);
     m_ui->update(0);
     while (m_ui->getInputFocusWidget())
         m_ui->popInputFocusWidget();
     m_screens[m_current]->leave();
+    m_options->forget();
+}
+
+void Game::_switchTo(ScreenId id) {
+    _leaveScreen();
     m_options->forget();
     if (m_current == SCREEN_PLAY && id != SCREEN_PLAY) _deleteTree(SCREEN_PLAY);
     m_current = m_next = id;
@@ -92,19 +95,15 @@ void Game::_switchTo(ScreenId id) {
 void Game::_reload() {
     m_reload = false;
     const bool optionsOpen = m_options->isOpen();
-    m_ui->clearDialogStack(false);
-    m_ui->update(0);
+    _leaveScreen();
     m_ui->setTopLevelWidget(nullptr);
-    m_screens[m_current]->leave();
     for (int id = 0; id < SCREEN_COUNT; ++id)
         if (kTreeFiles[id]) _deleteTree(static_cast<ScreenId>(id));
-    m_options->forget();
     if (!_loadTrees()) {
         Logger::log(2, "game: the screens cannot be loaded again\f");
         m_quit = true;
         return;
     }
-    m_current = m_next = m_current == SCREEN_PLAY ? SCREEN_MENU : m_current;
     m_ui->setTopLevelWidget(m_trees[m_current]);
     m_screens[m_current]->enter();
     if (optionsOpen && m_current == SCREEN_MENU)
@@ -112,8 +111,9 @@ void Game::_reload() {
 }
 
 void Game::frame(unsigned int ms) {
-    if (m_reload) _reload();
     if (m_next != m_current) _switchTo(m_next);
+    // A round keeps its texts: the play screen's tree is loaded again for the next round anyway.
+    if (m_reload && m_current != SCREEN_PLAY) _reload();
     m_screens[m_current]->frame(ms);
     m_options->frame();
     _hoverSounds();

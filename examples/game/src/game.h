@@ -76,6 +76,7 @@ private:
     static bool s_clicked(uiWidget* w, void* client, int, int);
     bool _loadTrees();
     void _deleteTree(ScreenId id);
+    void _leaveScreen();
     void _switchTo(ScreenId id);
     void _reload();
     void _hoverSounds();

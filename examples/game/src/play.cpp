@@ -19,7 +19,17 @@ public:
     void bind(uiWidget* root) override {
         Screen::bind(root);
         m_world = game.find<uiGameContainer>(root, "play.world", "uiGameContainer");
-        m_field = game.find<StarField>(root, "play.world.field", "StarField");
+        // The field is the game's own widget type, added here so that the description stays loadable
+        // by tools that know only the library's types.
+        m_field = static_cast<StarField*>(uiWidget::allocWidget("field", "StarField"));
+        if (m_world && m_field) {
+            m_field->rect = _uiRect_s{0, 0, 800, 600};
+            m_field->setDepth(3u);
+            m_world->addChild(m_field, true);
+        } else {
+            delete m_field;
+            m_field = nullptr;
+        }
         m_sparks = game.find<uiParticleSystem>(root, "play.world.sparks", "uiParticleSystem");
         m_banner = game.find<uiDigitalBanner>(root, "play.hud.score", "uiDigitalBanner");
         m_lives = game.find<uiSprite>(root, "play.hud.lives", "uiSprite");

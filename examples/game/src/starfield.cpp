@@ -61,9 +61,12 @@ void StarField::_spawn() {
 // Where the basket heads: the automatic player's pick, the keys or stick, or the pointer.
 float StarField::_target() const {
     if (m_round.autoplay) {
+        // The lowest star the basket can still reach before it lands.
         const Faller* best = nullptr;
-        for (const Faller& f : m_fallers)
-            if (f.live && !f.rock && f.y < kBasketY && (!best || f.y > best->y)) best = &f;
+        for (const Faller& f : m_fallers) {
+            const float fall = (kBasketY - f.y) / f.speed, reach = std::fabs(f.x - m_basket) / kBasketSpeed;
+            if (f.live && !f.rock && fall > 0 && reach <= fall + 0.1f && (!best || f.y > best->y)) best = &f;
+        }
         return best ? best->x : m_basket;
     }
     if (m_steer) return m_basket + m_steer * 200.0f;
