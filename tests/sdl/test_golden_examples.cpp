@@ -63,7 +63,8 @@ std::string readAll(const std::string& path) {
     return s;
 }
 
-// Runs a session into a fresh folder and compares every golden frame of tests/golden/<name> with it.
+// Runs a session into a fresh folder and compares every golden frame of tests/golden/<name> with it. The
+// session must run clean: a missing sound, sprite or font is logged as a warning.
 void expectSessionMatches(const std::string& name, const std::string& command) {
     const std::string root = GAMEUI_SOURCE_DIR;
     char pattern[] = "/tmp/gameui_golden_XXXXXX"; // a directory of its own: test runs may overlap
@@ -74,8 +75,11 @@ void expectSessionMatches(const std::string& name, const std::string& command) {
     std::string cmd = command;
     for (size_t at; (at = cmd.find("@OUT@")) != std::string::npos;)
         cmd.replace(at, 5, out);
-    cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + cmd + " >/dev/null 2>&1";
+    cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + cmd + " >/dev/null 2>" + out + "/log.txt";
     ASSERT_EQ(std::system(cmd.c_str()), 0) << cmd;
+    std::istringstream log(readAll(out + "/log.txt"));
+    for (std::string line; std::getline(log, line);)
+        EXPECT_TRUE(line.rfind("warning: ", 0) != 0 && line.rfind("error: ", 0) != 0) << name << ": " << line;
     for (const std::string& frame : frames)
         EXPECT_LE(differingShare(root + "/tests/golden/" + name + "/" + frame, out + "/" + frame),
                   kPixelShare)

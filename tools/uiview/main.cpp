@@ -14,6 +14,7 @@
 #include "sdlgfx.h"
 #include "sdlinput.h"
 #include "sdlsound.h"
+#include "uibutton.h"
 #include "uidialog.h"
 #include "uidigitalbanner.h"
 #include "uigamecontainer.h"
@@ -300,6 +301,7 @@ int main(int argc, char** argv) {
         g_sound = &sound;
         uiSubsystem* ui = new uiSubsystem();
         ui->initialize(nullptr);
+        if (!o.clickSound.empty()) uiButton::setDefaultSounds(o.clickSound.c_str(), o.highlightSound.c_str());
         DevtoolsGlue glue;
         Session session(o, ui);
         session.devtools = glue.enable(o.watch, o.statsFont.c_str(), rewire, &session);

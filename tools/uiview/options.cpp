@@ -74,6 +74,16 @@ std::optional<int> parseOptions(int argc, char** argv, ViewOptions& o) {
         ->type_name("PATTERN");
     app.add_option("--script", o.script, "play timed input events (below)")->type_name("FILE");
     app.add_flag("--stats", o.stats, "show the statistics overlay");
+    app.add_option("--sounds", "sounds of the buttons that name none, as a game sets them with\n"
+                               "uiButton::setDefaultSounds (the library's own: click,highlight)")
+        ->type_name("CLICK,HIGHLIGHT")
+        ->each([&o](const std::string& v) {
+            const size_t comma = v.find(',');
+            if (comma == 0 || comma == std::string::npos || comma + 1 == v.size())
+                notOfForm("CLICK,HIGHLIGHT", v);
+            o.clickSound = v.substr(0, comma);
+            o.highlightSound = v.substr(comma + 1);
+        });
     app.add_option("--stats-font", o.statsFont,
                    "font of the overlay and of the devtools' (default: stats, from stats.font)")
         ->type_name("NAME");

@@ -19,6 +19,7 @@ struct ViewOptions {
     std::string script; // timed input events
     bool stats = false;
     std::string statsFont = "stats";
+    std::string clickSound, highlightSound; // buttons' default sounds; empty: the library's own
     std::vector<ClickAction> actions;
     std::vector<std::pair<std::string, int>> values;          // progress bars set at the start
     std::vector<std::string> push;                            // dialogs pushed at the start, by dotted path
