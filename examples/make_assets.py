@@ -35,6 +35,43 @@ def box(fw, fh, fill, border, radius=6):
     return paint
 
 
+# A 5x7 pixel font for the few letters and digits drawn into the pictures.
+GLYPHS = {
+    "G": [".###.", "#...#", "#....", "#.###", "#...#", "#...#", ".###."],
+    "A": [".###.", "#...#", "#...#", "#####", "#...#", "#...#", "#...#"],
+    "M": ["#...#", "##.##", "#.#.#", "#.#.#", "#...#", "#...#", "#...#"],
+    "E": ["#####", "#....", "#....", "####.", "#....", "#....", "#####"],
+    "U": ["#...#", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."],
+    "I": [".###.", "..#..", "..#..", "..#..", "..#..", "..#..", ".###."],
+    "1": ["..#..", ".##..", "..#..", "..#..", "..#..", "..#..", ".###."],
+    "2": [".###.", "#...#", "....#", "...#.", "..#..", ".#...", "#####"],
+    "3": ["####.", "....#", "....#", ".###.", "....#", "....#", "####."],
+    "4": ["...#.", "..##.", ".#.#.", "#..#.", "#####", "...#.", "...#."],
+    "5": ["#####", "#....", "####.", "....#", "....#", "#...#", ".###."],
+    "6": [".###.", "#....", "#....", "####.", "#...#", "#...#", ".###."],
+}
+
+
+def lettered(paint, fw, fh, text, scale, colour, shadow=(0, 0, 0, 160)):
+    """Paints `text` centred on a frame painted by `paint`, each font pixel scale x scale, with a shadow."""
+    tw, th = (6 * len(text) - 1) * scale, 7 * scale
+    left, top = (fw - tw) // 2, (fh - th) // 2
+
+    def ink(x, y):
+        gx, gy = (x - left) // scale, (y - top) // scale
+        if x < left or y < top or gy >= 7 or gx >= 6 * len(text) or gx % 6 == 5:
+            return False
+        return GLYPHS[text[gx // 6]][gy][gx % 6] == "#"
+
+    def painted(x, y):
+        if ink(x, y):
+            return colour
+        if ink(x - scale // 2, y - scale // 2):
+            return shadow
+        return paint(x, y)
+    return painted
+
+
 def sheet(name, fw, fh, rows_cols):
     """rows_cols[r][c] is the painter of frame (row r, column c)."""
     cols = max(len(r) for r in rows_cols)
@@ -67,9 +104,9 @@ def main():
                                   [box(200, 44, (70, 70, 70, 255), (110, 110, 110, 255))]])
     sheet("small.png", 44, 44, [[box(44, 44, c, (230, 230, 230, 255), 10)] for c in
                                 [(120, 40, 40, 255), (170, 60, 60, 255), (90, 20, 20, 255), (70, 70, 70, 255)]])
-    # A logo that pulses through four frames.
-    sheet("logo.png", 320, 64, [[box(320, 64, (30 + 40 * i, 20, 90 + 30 * i, 255), (255, 200, 60, 255), 14)
-                                 for i in range(4)]])
+    # A logo with the title that pulses through four frames.
+    sheet("logo.png", 320, 64, [[lettered(box(320, 64, (30 + 40 * i, 20, 90 + 30 * i, 255), (255, 200, 60, 255), 14),
+                                          320, 64, "GAMEUI", 6, (255, 230, 120, 255)) for i in range(4)]])
     write_png("backdrop.png", 800, 600, lambda x, y: (10 + y // 12, 20 + y // 10, 40 + x // 16, 255))
     write_png("panel.png", 420, 320, box(420, 320, (20, 24, 40, 230), (120, 140, 200, 255), 12))
     write_png("spark.png", 8, 8, lambda x, y: (255, 230, 120, max(0, 255 - int(70 * math.hypot(x - 3.5, y - 3.5)))))
@@ -83,7 +120,9 @@ def main():
     palette = [(200, 80, 80), (80, 200, 80), (80, 80, 200), (200, 200, 80), (200, 80, 200), (80, 200, 200)]
     write_wav("click.wav", 0.08, 900)
     write_wav("highlight.wav", 0.05, 1500)
-    sheet("level.png", 64, 64, [[box(64, 64, c + (255,), (255, 255, 255, 255), 8) for c in palette]])
+    # Level icons: one frame per level, numbered.
+    sheet("level.png", 64, 64, [[lettered(box(64, 64, c + (255,), (255, 255, 255, 255), 8), 64, 64, str(n + 1), 5,
+                                          (255, 255, 255, 255)) for n, c in enumerate(palette)]])
     # Name entry: a field behind each entry and a text cursor that blinks (shown, then empty).
     write_png("field.png", 300, 40, box(300, 40, (10, 12, 24, 255), (90, 110, 170, 255), 6))
     sheet("cursor.png", 12, 26, [[lambda x, y: (255, 220, 90, 255) if 2 <= x < 10 and y >= 20 else (0, 0, 0, 0),
