@@ -44,6 +44,9 @@ public:
     int createSprite(const char* name) override;
     const char* getSpriteName(int sprite) override;
     void releaseSprite(const char* name) override;
+    // Reads a loaded sprite's files again, keeping its handle; false (the old pictures kept) when they
+    // cannot be read. A sprite not loaded has nothing to read again.
+    bool reloadSprite(const char* name);
     int getSpriteWidth(int sprite) override;
     int getSpriteHeight(int sprite) override;
     int getSpriteFrameCount(int sprite, int anim) override;

@@ -78,6 +78,19 @@ void SdlGfx::releaseSprite(const char* name) {
         }
 }
 
+bool SdlGfx::reloadSprite(const char* name) {
+    std::lock_guard<std::recursive_mutex> hold(m_lock);
+    for (auto& sheet : m_sheets)
+        if (sheet && sheet->name == name) {
+            Sheet fresh;
+            fresh.name = name;
+            if (!_loadSheet(name, fresh)) return false;
+            fresh.refs = sheet->refs;
+            *sheet = std::move(fresh);
+        }
+    return true;
+}
+
 void SdlGfx::_releaseSheet(size_t index) {
     // Handles are never reused, so a stale handle finds nothing instead of another sprite.
     if (--m_sheets[index]->refs <= 0) m_sheets[index].reset();

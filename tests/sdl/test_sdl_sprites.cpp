@@ -106,3 +106,19 @@ TEST_F(SdlSprites, ReleasedSpritesAreGoneOnceEveryCreateIsMatched) {
     gfx->present();
     EXPECT_EQ(at(1, 1), kBlack);
 }
+
+TEST_F(SdlSprites, ReloadReadsTheFilesAgainUnderTheSameHandle) {
+    writeSolid("dot.png", 4, 4, kRed);
+    const int dot = gfx->createSprite("dot");
+    writeSolid("dot.png", 6, 4, kBlue); // saved again, wider
+    EXPECT_TRUE(gfx->reloadSprite("dot"));
+    EXPECT_EQ(gfx->getSpriteWidth(dot), 6);
+    gfx->blt(0, dot, 0, 0, 0, 0, 255);
+    gfx->present();
+    EXPECT_EQ(at(5, 1), kBlue);
+
+    std::remove((dir + "/dot.png").c_str()); // unreadable: the old picture stays
+    EXPECT_FALSE(gfx->reloadSprite("dot"));
+    EXPECT_EQ(gfx->getSpriteWidth(dot), 6);
+    EXPECT_TRUE(gfx->reloadSprite("never-loaded"));
+}

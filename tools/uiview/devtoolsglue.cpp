@@ -25,7 +25,7 @@ void copyText(const char* text, void*) {
 
 } // namespace
 
-DevtoolsGlue::DevtoolsGlue() {
+DevtoolsGlue::DevtoolsGlue(SdlGfx& gfx) : m_gfx(gfx) {
     std::error_code error;
     m_dir = (fs::temp_directory_path(error) / ("uiview-devtools-" + std::to_string(getpid()))).string();
     fs::create_directories(m_dir, error);
@@ -72,6 +72,6 @@ void DevtoolsGlue::files(uiAssetKind kind, const char* name, std::vector<std::st
     }
 }
 
-bool DevtoolsGlue::reload(uiAssetKind, const char*) {
-    return false;
+bool DevtoolsGlue::reload(uiAssetKind kind, const char* name) {
+    return kind == UIASSET_SPRITE && m_gfx.reloadSprite(name);
 }

@@ -302,7 +302,7 @@ int main(int argc, char** argv) {
         uiSubsystem* ui = new uiSubsystem();
         ui->initialize(nullptr);
         if (!o.clickSound.empty()) uiButton::setDefaultSounds(o.clickSound.c_str(), o.highlightSound.c_str());
-        DevtoolsGlue glue;
+        DevtoolsGlue glue(gfx);
         Session session(o, ui);
         session.devtools = glue.enable(o.watch, o.statsFont.c_str(), rewire, &session);
         uiWidget* root = session.devtools->loadUI(file.c_str());
