@@ -34,6 +34,8 @@ bool parseArgs(int argc, char** argv, GameArgs& a) {
             ok = number(a.seed);
         else if (!std::strcmp(arg, "--autoplay"))
             a.autoplay = true;
+        else if (!std::strcmp(arg, "--devtools"))
+            a.devtools = true;
         else if (!std::strcmp(arg, "--help"))
             a.help = true;
         else
@@ -53,6 +55,7 @@ void printUsage() {
         "  --prefs DIR     folder of options.txt and scores.txt (default: SDL's folder for the user)\n"
         "  --autoplay      the basket plays by itself\n"
         "  --seed N        random seed of the rounds\n"
+        "  --devtools      rebuild a screen when its files are saved; F12 opens the inspector\n"
         "off screen, with a fixed frame time and seed 1 unless given:\n"
         "  --frames N      run N frames off screen\n"
         "  --ms N          milliseconds a frame (20)\n"

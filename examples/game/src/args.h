@@ -11,6 +11,7 @@ struct GameArgs {
     int ms = 20;                      // off screen: milliseconds a frame
     unsigned int seed = 0;            // 0: from the clock (1 off screen)
     bool autoplay = false;
+    bool devtools = false; // live reload of the screens and the inspector (F12)
     bool help = false;
 };
 

@@ -5,6 +5,7 @@
 #include "starfield.h"
 #include "uibutton.h"
 #include "uidialog.h"
+#include "uidevtools.h"
 #include "uisubsystem.h"
 
 namespace {
@@ -52,7 +53,7 @@ bool Game::_loadTrees() {
     g_stringTblPtr = &m_strings;
     for (int id = 0; id < SCREEN_COUNT; ++id) {
         if (!kTreeFiles[id]) continue;
-        m_trees[id] = m_ui->loadUI(kTreeFiles[id]);
+        m_trees[id] = m_devtools ? m_devtools->loadUI(kTreeFiles[id]) : m_ui->loadUI(kTreeFiles[id]);
         if (!m_trees[id]) return false;
         m_screens[id]->bind(m_trees[id]);
     }
@@ -63,8 +64,27 @@ void Game::_deleteTree(ScreenId id) {
     uiWidget* root = m_trees[id];
     if (!root) return;
     m_bindings.remove_if([root](const Binding& b) { return b.widget->getRootWidget() == root; });
+    if (m_devtools) m_devtools->forget(root);
     m_trees[id] = nullptr;
     delete root;
+}
+
+// The devtools rebuilt a screen from its saved files, with its dialogs and values: bind the new tree as
+// the old one was, before the old one goes.
+void Game::s_rebuilt(uiWidget* root, uiWidget* replaced, void* client) {
+    Game& g = *static_cast<Game*>(client);
+    for (int id = 0; id < SCREEN_COUNT; ++id) {
+        if (g.m_trees[id] != replaced) continue;
+        g.m_bindings.remove_if(
+            [replaced](const Binding& b) { return b.widget->getRootWidget() == replaced; });
+        std::string path; // of the open options dialog, if it is in this tree
+        uiWidget* w = g.m_options->dialog();
+        for (; w && w != replaced; w = w->getParent())
+            path = w->name + (path.empty() ? "" : "." + path);
+        g.m_trees[id] = root;
+        g.m_screens[id]->bind(root);
+        if (w) g.m_options->follow(g.find(root, (std::string(root->name) + "." + path).c_str()));
+    }
 }
 
 void Game::adoptPlayTree(uiWidget* tree) {
@@ -111,6 +131,7 @@ void Game::_reload() {
 }
 
 void Game::frame(unsigned int ms) {
+    if (m_devtools) m_devtools->frame(ms);
     if (m_next != m_current) _switchTo(m_next);
     // A round keeps its texts: the play screen's tree is loaded again for the next round anyway.
     if (m_reload && m_current != SCREEN_PLAY) _reload();
@@ -118,17 +139,21 @@ void Game::frame(unsigned int ms) {
     m_options->frame();
     _hoverSounds();
     m_ui->render(ms);
+    if (m_devtools) m_devtools->draw();
 }
 
 void Game::pointer(e_uiEvent kind, int x, int y) {
+    if (m_devtools && m_devtools->inputEvent(kind, x, y, 0)) return;
     m_ui->inputEvent(kind, x, y, 0);
 }
 
 void Game::text(int code) {
+    if (m_devtools && m_devtools->inputEvent(UIE_CHAR, 0, 0, code)) return;
     m_ui->inputEvent(UIE_CHAR, 0, 0, code);
 }
 
 void Game::key(int key, bool down) {
+    if (m_devtools && m_devtools->inputEvent(down ? UIE_KEY_DOWN : UIE_KEY_UP, 0, 0, key)) return;
     if (down)
         m_held.insert(key);
     else

@@ -16,6 +16,7 @@ class Host;
 class uiSubsystem;
 class Screen;
 class OptionsDialog;
+class uiDevtools;
 
 enum ScreenId { SCREEN_TITLE, SCREEN_MENU, SCREEN_LEVELS, SCREEN_LOADING, SCREEN_PLAY, SCREEN_COUNT };
 
@@ -38,6 +39,9 @@ public:
     void key(int key, bool down);
     void text(int code);
     bool finished() const { return m_quit; }
+    // Development builds: screens are loaded through the devtools, which rebuild them when saved.
+    void useDevtools(uiDevtools* devtools) { m_devtools = devtools; }
+    static void s_rebuilt(uiWidget* root, uiWidget* replaced, void* client); // the devtools' wire hook
     // Loads every screen again (a new language, or edited descriptions), keeping where the game is.
     void requestReload() { m_reload = true; }
 
@@ -82,6 +86,7 @@ private:
     void _hoverSounds();
 
     uiSubsystem* m_ui = nullptr;
+    uiDevtools* m_devtools = nullptr;
     FileStringTable m_strings;
     uiWidget* m_trees[SCREEN_COUNT] = {};
     std::unique_ptr<Screen> m_screens[SCREEN_COUNT];

@@ -13,7 +13,9 @@ public:
     void open(uiWidget* dialog, bool animated = true);
     void frame(); // applies what the player changed
     bool isOpen() const { return m_dialog != nullptr; }
-    void forget() { m_dialog = nullptr; } // its tree is gone
+    uiWidget* dialog() const { return m_dialog; }
+    void forget() { m_dialog = nullptr; }                // its tree is gone
+    void follow(uiWidget* dialog) { m_dialog = dialog; } // its tree was rebuilt: the same dialog there
 
 private:
     void _close();

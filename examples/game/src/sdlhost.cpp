@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cstdio>
+#include <memory>
 #include <ctime>
 #include <vector>
+#include "devtoolsglue.h"
 #include "game.h"
 #include "host.h"
 #include "script.h"
@@ -227,8 +229,11 @@ int runSdlGame(const GameArgs& args) {
         Mix_Music* music = Mix_LoadMUS("art/music.wav");
         if (music) Mix_PlayMusic(music, -1);
         SdlHost host(window);
+        std::unique_ptr<DevtoolsGlue> glue; // outlives the game, which forgets its screens as it goes
+        if (args.devtools) glue = std::make_unique<DevtoolsGlue>(gfx);
         {
             Game game(host, config);
+            if (glue) game.useDevtools(glue->enable(true, "art/small", Game::s_rebuilt, &game));
             GameArgs scripted = args;
             scripted.png = png;
             if (!gfx.ok() || !game.start())
