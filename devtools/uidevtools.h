@@ -49,7 +49,7 @@ struct uiDevtoolsOptions {
     // Input the game keeps while the inspector is open (its own debug keys, say).
     bool (*gameInput)(e_uiEvent kind, int key, void* client) = nullptr;
     // Keys: UIE_KEY_DOWN codes as the game forwards them.
-    int toggleKey = 174; // F12
+    int toggleKey = KEY_F12;
     int parentKey = 'u', childKey = 'd', nextKey = 'n', previousKey = 'b', copyKey = 'c', treeKey = 't';
     // Milliseconds since any fixed start; null: a steady clock. Tests drive their own.
     unsigned long long (*clock)(void* client) = nullptr;

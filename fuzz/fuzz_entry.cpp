@@ -180,10 +180,10 @@ public:
                 UIE_CHAR, 0, 0,
                 kInterestingChars[in.u8() % (sizeof kInterestingChars / sizeof kInterestingChars[0])]);
         case 3:
-            return input(UIE_KEY_DOWN, 0, 0, uiEntryWidget::KEY_BACKSPACE);
+            return input(UIE_KEY_DOWN, 0, 0, KEY_BACKSPACE);
         case 4:
             return input(UIE_KEY_DOWN, 0, 0,
-                         in.u8() & 1 ? uiEntryWidget::KEY_PAD_ENTER : uiEntryWidget::KEY_ENTER);
+                         in.u8() & 1 ? KEY_PAD_ENTER : KEY_ENTER);
         case 5:
             return input(UIE_KEY_DOWN, 0, 0, 9);
         case 6:
@@ -258,13 +258,13 @@ private:
     }
 
     void checkKey(uiEntryWidget* e, const Snapshot& b, int key) {
-        if (key == uiEntryWidget::KEY_BACKSPACE) {
+        if (key == KEY_BACKSPACE) {
             FUZZ_CHECK(e->length == (b.length > 0 ? b.length - 1 : 0));
             FUZZ_CHECK(snapshot(e).text.compare(0, e->length, b.text, 0, e->length) == 0);
             return;
         }
         FUZZ_CHECK(e->length == b.length && snapshot(e).text == b.text);
-        if (key == uiEntryWidget::KEY_ENTER || key == uiEntryWidget::KEY_PAD_ENTER)
+        if (key == KEY_ENTER || key == KEY_PAD_ENTER)
             FUZZ_CHECK(e->accepted == e->acceptOnEnter);
     }
 

@@ -14,6 +14,7 @@
 #include "uidialog.h"
 #include "uidigitalbanner.h"
 #include "uientrywidget.h"
+#include "uikeys.h"
 #include "uiflowlayout.h"
 #include "uigamecontainer.h"
 #include "uiloadplace.h"

@@ -2,7 +2,7 @@
 //
 // While it has input focus it takes typed characters (UIE_CHAR) as capitals, up to its width in
 // characters (at most 127), deletes the last one with backspace and is accepted by Enter (UIE_KEY_DOWN
-// 13, or 154, the keypad's Enter). Once accepted it ignores all input until reset(). Refused: control
+// KEY_ENTER or KEY_PAD_ENTER, uikeys.h). Once accepted it ignores all input until reset(). Refused: control
 // characters 7 to 13, the backslash, code 0, characters the font lacks, and anything once the field is
 // full; a refused event is reported as not used. A printed or described text is cut to the width too.
 // A blinking cursor sprite (animation 0, one frame per cursorRate ms) stands at the end of the text while
@@ -24,10 +24,6 @@ class UI_API uiEntryWidget : public uiTextWidget {
     UI_DECLARE_WIDGET(uiEntryWidget)
 
 public:
-    static constexpr int KEY_ENTER = 13;
-    static constexpr int KEY_PAD_ENTER = 154;
-    static constexpr int KEY_BACKSPACE = 127;
-
     uiEntryWidget();
     // A copy is a text widget's copy with the entry's state, and a cursor sprite of its own.
     uiEntryWidget(const uiEntryWidget& other);

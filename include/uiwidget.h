@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cstddef>
 #include "uiapi.h"
+#include "uikeys.h"
 
 class uiWidget;
 class Parser;

@@ -78,11 +78,11 @@ TEST_F(EntryWidget, TypingStoresCapitalsUpToTheWidth) {
     EXPECT_EQ(shown(), "AB1");
     EXPECT_EQ(witness->keys, Ints{'d'}) << "a full field refuses";
 
-    press(uiEntryWidget::KEY_BACKSPACE);
+    press(KEY_BACKSPACE);
     EXPECT_EQ(shown(), "AB");
     EXPECT_EQ(entry->length, 2);
     for (int i = 0; i < 3; ++i)
-        press(uiEntryWidget::KEY_BACKSPACE);
+        press(KEY_BACKSPACE);
     EXPECT_EQ(shown(), "");
     EXPECT_EQ(entry->length, 0);
     EXPECT_EQ(witness->keys, Ints{'d'}) << "backspace on an empty field is still used";
@@ -113,15 +113,15 @@ TEST_F(EntryWidget, EnterAcceptsAndTheFieldThenIgnoresInputUntilReset) {
     press('A');
     EXPECT_EQ(witness->keys, Ints{'A'}) << "other keys are not used";
 
-    press(uiEntryWidget::KEY_ENTER);
+    press(KEY_ENTER);
     EXPECT_TRUE(entry->isAccepted());
     EXPECT_EQ(keyDowns, Ints{13}) << "Enter goes on to the key callback";
     witness->keys.clear();
     type("x");
-    press(uiEntryWidget::KEY_BACKSPACE);
+    press(KEY_BACKSPACE);
     EXPECT_EQ(shown(), "OK");
-    EXPECT_EQ(witness->keys, (Ints{'x', uiEntryWidget::KEY_BACKSPACE}));
-    press(uiEntryWidget::KEY_ENTER);
+    EXPECT_EQ(witness->keys, (Ints{'x', KEY_BACKSPACE}));
+    press(KEY_ENTER);
     EXPECT_EQ(keyDowns, Ints{13}) << "an accepted field passes nothing on";
 
     entry->reset();
@@ -131,14 +131,14 @@ TEST_F(EntryWidget, EnterAcceptsAndTheFieldThenIgnoresInputUntilReset) {
     type("y");
     EXPECT_EQ(shown(), "Y");
 
-    press(uiEntryWidget::KEY_PAD_ENTER);
+    press(KEY_PAD_ENTER);
     EXPECT_TRUE(entry->isAccepted()) << "154 acts as Enter";
     EXPECT_EQ(keyDowns, (Ints{13, 154}));
 
     // Without acceptance on Enter the key only reaches the callback.
     entry->reset();
     entry->acceptOnEnter = false;
-    press(uiEntryWidget::KEY_ENTER);
+    press(KEY_ENTER);
     EXPECT_FALSE(entry->isAccepted());
     type("z");
     EXPECT_EQ(shown(), "Z");

@@ -5,7 +5,8 @@ namespace testkit {
 void exercise(uiSubsystem& ui) {
     static const int kPoints[][2] = {{0, 0},     {10, 10},   {120, 110}, {310, 210},
                                      {400, 300}, {650, 520}, {-5, 900}};
-    static const int kKeys[] = {13, 9, 27, 32, 'a', 8, 37, 39};
+    static const int kKeys[] = {KEY_ENTER, KEY_TAB,       KEY_ESCAPE,    KEY_SPACE,
+                                'a',       KEY_BACKSPACE, KEY_PAD_ENTER, KEY_F1};
     ui.update(16);
     for (const auto& p : kPoints) {
         ui.inputEvent(UIE_MOUSE_MOVE, p[0], p[1], 0);

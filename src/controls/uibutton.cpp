@@ -21,11 +21,16 @@ struct Hotkey {
     const char* name;
     int code;
 };
+// A hotkey's description name is the name of its key code.
+#define UI_HOTKEY(key)                                                                                       \
+    { #key, key }
 constexpr Hotkey kHotkeys[] = {
-    {"KEY_SPACE", 32}, {"KEY_BACKSPACE", 127}, {"KEY_ESCAPE", 27}, {"KEY_ENTER", 13}, {"KEY_F1", 163},
-    {"KEY_F2", 164},   {"KEY_F3", 165},        {"KEY_F4", 166},    {"KEY_F5", 167},   {"KEY_F6", 168},
-    {"KEY_F7", 169},   {"KEY_F8", 170},        {"KEY_F9", 171},    {"KEY_F10", 172},
+    UI_HOTKEY(KEY_SPACE), UI_HOTKEY(KEY_BACKSPACE), UI_HOTKEY(KEY_ESCAPE), UI_HOTKEY(KEY_ENTER),
+    UI_HOTKEY(KEY_F1),    UI_HOTKEY(KEY_F2),        UI_HOTKEY(KEY_F3),     UI_HOTKEY(KEY_F4),
+    UI_HOTKEY(KEY_F5),    UI_HOTKEY(KEY_F6),        UI_HOTKEY(KEY_F7),     UI_HOTKEY(KEY_F8),
+    UI_HOTKEY(KEY_F9),    UI_HOTKEY(KEY_F10),
 };
+#undef UI_HOTKEY
 
 struct ButtonFlag {
     const char* name;

@@ -143,7 +143,7 @@ void uiDialog::_moveTabFocus(TabNode* to) {
 // ---- input ------------------------------------------------------------------------------------------
 
 bool uiDialog::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
-    if (!handled && kind == UIE_KEY_DOWN && key == 9) {
+    if (!handled && kind == UIE_KEY_DOWN && key == KEY_TAB) {
         if (m_tabCurrent) _moveTabFocus(m_tabCurrent->next ? m_tabCurrent->next : m_tabHead);
         return true;
     }

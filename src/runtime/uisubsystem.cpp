@@ -82,9 +82,9 @@ void uiSubsystem::inputEvent(e_uiEvent kind, int x, int y, int key) {
     }
     if (kind == UIE_KEY_DOWN || kind == UIE_KEY_UP) {
         const bool down = kind == UIE_KEY_DOWN;
-        if (key == 137) m_ctrlDown = down;
-        if (key == 138) m_shiftDown = down;
-        if (key == 136) m_altDown = down;
+        if (key == KEY_CTRL) m_ctrlDown = down;
+        if (key == KEY_SHIFT) m_shiftDown = down;
+        if (key == KEY_ALT) m_altDown = down;
     }
 
     if (m_focus && m_focus->widget) {

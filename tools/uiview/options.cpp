@@ -22,9 +22,10 @@ const char* const kFooter =
     "  png                            save the frame of the lines so far; later lines of the same time\n"
     "                                 come a frame later\n"
     "\n"
-    "In a window, keys reach the library as: Enter 13, Escape 27, Backspace 127, Tab 9,\n"
-    "F1-F10 163-172, Alt 136, Ctrl 137, Shift 138, other keys by their character; typed text\n"
-    "arrives as character events. Close the window to quit.";
+    "In a window, keys reach the library as the codes of uikeys.h: Enter 13, Escape 27,\n"
+    "Backspace 127, Tab 9, Alt 136, Ctrl 137, Shift 138,\n"
+    "F1-F12 163-174, other keys by their character; typed text arrives as character events.\n"
+    "Close the window to quit.";
 
 // A value that does not read as `form`; CLI11 reports it with the option's name.
 [[noreturn]] void notOfForm(const std::string& form, const std::string& value) {

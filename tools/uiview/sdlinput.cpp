@@ -2,31 +2,29 @@
 #include "uidevtools.h"
 #include "uisubsystem.h"
 
+namespace {
+
+struct KeyPair {
+    SDL_Keycode sdl;
+    e_uiKey library;
+};
+// Both Enter keys give KEY_ENTER, so that a button's KEY_ENTER hotkey answers the keypad too.
+constexpr KeyPair kKeys[] = {
+    {SDLK_RETURN, KEY_ENTER},  {SDLK_KP_ENTER, KEY_ENTER},
+    {SDLK_ESCAPE, KEY_ESCAPE}, {SDLK_BACKSPACE, KEY_BACKSPACE},
+    {SDLK_TAB, KEY_TAB},       {SDLK_LALT, KEY_ALT},
+    {SDLK_RALT, KEY_ALT},      {SDLK_LCTRL, KEY_CTRL},
+    {SDLK_RCTRL, KEY_CTRL},    {SDLK_LSHIFT, KEY_SHIFT},
+    {SDLK_RSHIFT, KEY_SHIFT},
+};
+
+} // namespace
+
 int libraryKey(SDL_Keycode key) {
-    switch (key) {
-    case SDLK_RETURN:
-    case SDLK_KP_ENTER:
-        return 13;
-    case SDLK_ESCAPE:
-        return 27;
-    case SDLK_BACKSPACE:
-        return 127;
-    case SDLK_TAB:
-        return 9;
-    case SDLK_LALT:
-    case SDLK_RALT:
-        return 136;
-    case SDLK_LCTRL:
-    case SDLK_RCTRL:
-        return 137;
-    case SDLK_LSHIFT:
-    case SDLK_RSHIFT:
-        return 138;
-    default:
-        break;
-    }
-    if (key >= SDLK_F1 && key <= SDLK_F12) return 163 + (key - SDLK_F1);
-    return key > 0 && key < 127 ? key : 0;
+    for (const KeyPair& pair : kKeys)
+        if (pair.sdl == key) return pair.library;
+    if (key >= SDLK_F1 && key <= SDLK_F12) return KEY_F1 + (key - SDLK_F1);
+    return key > 0 && key < KEY_BACKSPACE ? key : 0;
 }
 
 void deliver(uiSubsystem& ui, e_uiEvent kind, int x, int y, int key) {

@@ -41,7 +41,7 @@ bool Nav::key(uiSubsystem& ui, int key) {
     std::vector<Target> targets;
     bool entry = false;
     collect(scope, scope, targets, entry);
-    if (entry && (key == 9 || key == 13)) return false;
+    if (entry && (key == KEY_TAB || key == KEY_ENTER)) return false;
     // Reading order: rows from the top, then left to right.
     std::sort(targets.begin(), targets.end(), [](const Target& a, const Target& b) {
         return std::make_pair((a.y + a.h / 2) / 24, a.x) < std::make_pair((b.y + b.h / 2) / 24, b.x);
@@ -50,7 +50,7 @@ bool Nav::key(uiSubsystem& ui, int key) {
     const auto at =
         std::find_if(targets.begin(), targets.end(), [&](const Target& t) { return t.contains(px, py); });
     const bool onSlider = at != targets.end() && at->widget->isType("uiSliderButton");
-    if (key == 13) {
+    if (key == KEY_ENTER) {
         if (at == targets.end()) return false;
         ui.inputEvent(UIE_MOUSE_DOWN, px, py, 0);
         ui.inputEvent(UIE_MOUSE_UP, px, py, 0);
@@ -64,7 +64,7 @@ bool Nav::key(uiSubsystem& ui, int key) {
         ui.inputEvent(UIE_MOUSE_MOVE, px + step, py, 0);
         return true;
     }
-    const bool forward = key == KEY_RIGHT || key == KEY_DOWN || key == 9;
+    const bool forward = key == KEY_RIGHT || key == KEY_DOWN || key == KEY_TAB;
     if (!forward && key != KEY_LEFT && key != KEY_UP) return false;
     if (targets.empty()) return true;
     const int count = static_cast<int>(targets.size());
