@@ -39,9 +39,7 @@ public:
             static_cast<CEGUI::DefaultResourceProvider*>(CEGUI::System::getSingleton().getResourceProvider());
         rp->setResourceGroupDirectory("layouts", dir + "/");
     }
-    std::string fileName(const Scene& s) const override {
-        return s.fileName("cegui", ".layout");
-    }
+    std::string fileName(const Scene& s) const override { return s.fileName("cegui", ".layout"); }
     std::string layout(const Scene& s) const override {
         const std::vector<Node> nodes = s.nodes();
         const std::vector<std::vector<int>> children = childLists(nodes);

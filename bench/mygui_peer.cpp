@@ -174,9 +174,7 @@ public:
             static_cast<MyGUI::OverlappedLayer*>(MyGUI::LayerManager::getInstance().getByName("Main"));
         layer->setPick(true);
     }
-    std::string fileName(const Scene& s) const override {
-        return s.fileName("mygui", ".layout");
-    }
+    std::string fileName(const Scene& s) const override { return s.fileName("mygui", ".layout"); }
     std::string layout(const Scene& s) const override {
         const std::vector<Node> nodes = s.nodes();
         const std::vector<std::vector<int>> children = childLists(nodes);

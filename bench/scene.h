@@ -22,7 +22,7 @@ struct Scene {
     std::vector<Node> nodes() const; // breadth first, so a parent comes before its children
     // Button scenes: every widget of a flat scene, the leaves of a nested one (panels of buttons).
     bool isButton(int node) const;
-    std::string label() const;            // "flat/button/1000"
+    std::string label() const; // "flat/button/1000"
     // The name of this scene's layout file for a library: "<library>_<shape>_<kind>_<count><extension>".
     std::string fileName(const char* library, const char* extension) const;
     static std::vector<Scene> standard(); // the scenes every library runs

@@ -182,8 +182,7 @@ public:
         case 3:
             return input(UIE_KEY_DOWN, 0, 0, KEY_BACKSPACE);
         case 4:
-            return input(UIE_KEY_DOWN, 0, 0,
-                         in.u8() & 1 ? KEY_PAD_ENTER : KEY_ENTER);
+            return input(UIE_KEY_DOWN, 0, 0, in.u8() & 1 ? KEY_PAD_ENTER : KEY_ENTER);
         case 5:
             return input(UIE_KEY_DOWN, 0, 0, 9);
         case 6:
@@ -264,8 +263,7 @@ private:
             return;
         }
         FUZZ_CHECK(e->length == b.length && snapshot(e).text == b.text);
-        if (key == KEY_ENTER || key == KEY_PAD_ENTER)
-            FUZZ_CHECK(e->accepted == e->acceptOnEnter);
+        if (key == KEY_ENTER || key == KEY_PAD_ENTER) FUZZ_CHECK(e->accepted == e->acceptOnEnter);
     }
 
     void frame(unsigned int ms, bool draw) {

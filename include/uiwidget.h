@@ -46,7 +46,14 @@ enum : unsigned int {
 };
 
 // Mode bits of uiWidget::_playWithPan.
-enum : unsigned int { WP_LEFT = 0x1, WP_RIGHT = 0x2, WP_POS = 0x4, WP_WORLD = 0x8, WP_PARENT = 0x10, WP_WIDTH = 0x20 };
+enum : unsigned int {
+    WP_LEFT = 0x1,
+    WP_RIGHT = 0x2,
+    WP_POS = 0x4,
+    WP_WORLD = 0x8,
+    WP_PARENT = 0x10,
+    WP_WIDTH = 0x20
+};
 
 struct _uiRect_s {
     int x, y, x2, y2; // x2 and y2 lie outside the rectangle
@@ -280,6 +287,12 @@ public:                                                                         
 
 // Defines them in the class's source file: getType/isType answer for the class and its ancestors.
 #define UI_DEFINE_WIDGET(Class, Base, header)                                                                \
-    uiWidget* Class::s_allocator() { return new (header, __LINE__) Class(); }                                \
-    const char* Class::getType() { return #Class; }                                                          \
-    bool Class::isType(const char* typeName) { return uiWidget::s_namesEqual(typeName, #Class) || Base::isType(typeName); }
+    uiWidget* Class::s_allocator() {                                                                         \
+        return new (header, __LINE__) Class();                                                               \
+    }                                                                                                        \
+    const char* Class::getType() {                                                                           \
+        return #Class;                                                                                       \
+    }                                                                                                        \
+    bool Class::isType(const char* typeName) {                                                               \
+        return uiWidget::s_namesEqual(typeName, #Class) || Base::isType(typeName);                           \
+    }

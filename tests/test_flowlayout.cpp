@@ -298,7 +298,8 @@ TEST_F(FlowLayout, ExtremeValuesInDescriptionsStayDefined) {
     EXPECT_TRUE(svc.log.has(1, "...line 35: y = -2147483000 is out of range, -1048576 used\f"));
     for (const char* path : {"flow", "flow.wide", "flow.label", "flow.field", "far", "right"}) {
         const _uiRect_s& r = screen.find(path)->rect;
-        for (int edge : {r.x, r.y, r.x2, r.y2}) EXPECT_LE(std::abs(edge), 1 << 20) << path;
+        for (int edge : {r.x, r.y, r.x2, r.y2})
+            EXPECT_LE(std::abs(edge), 1 << 20) << path;
     }
 }
 

@@ -136,8 +136,8 @@ TEST_F(WidgetInput, GlobalInputFocusWidgetsComeLastWithTheirOwnCoordinates) {
     root->initialize();
     journal.lines.clear();
     EXPECT_FALSE(left->inputEvent(UIE_KEY_DOWN, 20, 30, 0, false, false));
-    EXPECT_EQ(journal.lines, (std::vector<std::string>{"left:input 20,30", "target:input -380,-270",
-                                                       "left:input 20,30"}));
+    EXPECT_EQ(journal.lines,
+              (std::vector<std::string>{"left:input 20,30", "target:input -380,-270", "left:input 20,30"}));
     journal.lines.clear();
     EXPECT_FALSE(root->inputEvent(UIE_KEY_DOWN, 0, 0, 0, false, false));
     EXPECT_EQ(std::count(journal.lines.begin(), journal.lines.end(), "root:input 0,0"), 2)

@@ -11,7 +11,7 @@ struct gfxStatistics_s {
 class UI_API gfxSubsystem {
 public:
     virtual ~gfxSubsystem();
-    virtual int createSprite(const char* name) = 0;   // -1: none
+    virtual int createSprite(const char* name) = 0;    // -1: none
     virtual const char* getSpriteName(int sprite) = 0; // null: none
     virtual void releaseSprite(const char* name) = 0;
     virtual int getSpriteWidth(int sprite) = 0;

@@ -14,10 +14,10 @@ public:
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 
-    bool ParseLine();                         // next line; false at the end of the text
-    char* GetToken(const char* delimiters);   // next token of the current line, null at its end
-    bool GetEqualsToken();                    // true (and consumed) when the next token is "="
-    char* GetString();                        // quoted content, or the rest of the line trimmed; never null
+    bool ParseLine();                       // next line; false at the end of the text
+    char* GetToken(const char* delimiters); // next token of the current line, null at its end
+    bool GetEqualsToken();                  // true (and consumed) when the next token is "="
+    char* GetString();                      // quoted content, or the rest of the line trimmed; never null
     int GetLineNumber() const { return m_lineNumber; }
 
     bool ParamEqualsInt32(const char* key, const char* name, int* value);

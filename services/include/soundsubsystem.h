@@ -14,7 +14,8 @@ public:
 class UI_API soundSubsystem {
 public:
     virtual ~soundSubsystem();
-    virtual soundHandle* playSound(e_soundTypes type, const char* name, bool, bool) = 0; // null: nothing plays
+    virtual soundHandle* playSound(e_soundTypes type, const char* name, bool,
+                                   bool) = 0; // null: nothing plays
 };
 
 extern UI_API soundSubsystem* g_sound; // starts null

@@ -35,7 +35,8 @@ public:
     }
     int live() const {
         int refs = 0;
-        for (const T& item : m_items) refs += item.refs;
+        for (const T& item : m_items)
+            refs += item.refs;
         return refs;
     }
     int find(const std::string& name) const { // -1 when not held

@@ -29,10 +29,12 @@ void decodeUtf8(const unsigned char* text, unsigned int* out, std::size_t capaci
             follow = 5;
         }
         // A text cut inside a character ends there rather than reading past its terminator.
-        for (; follow > 0 && *text; --follow) value = (value << 6) + (*text++ & 0x3F);
+        for (; follow > 0 && *text; --follow)
+            value = (value << 6) + (*text++ & 0x3F);
         out[n++] = value;
     }
-    while (n < capacity) out[n++] = 0;
+    while (n < capacity)
+        out[n++] = 0;
 }
 
 } // namespace ui

@@ -11,10 +11,13 @@ namespace ui {
 inline void copyName(char* dst, std::size_t capacity, const char* src) {
     std::size_t i = 0;
     if (src)
-        for (; i + 1 < capacity && src[i]; ++i) dst[i] = src[i];
+        for (; i + 1 < capacity && src[i]; ++i)
+            dst[i] = src[i];
     dst[i] = '\0';
 }
-template <std::size_t N> inline void copyName(char (&dst)[N], const char* src) { copyName(dst, N, src); }
+template <std::size_t N> inline void copyName(char (&dst)[N], const char* src) {
+    copyName(dst, N, src);
+}
 
 // Case-insensitive equality by std::tolower. Loading compares every key with each class's key names,
 // and most of those comparisons fail at the first character: two ASCII characters that differ in more

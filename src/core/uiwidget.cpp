@@ -18,7 +18,9 @@ void* uiWidget::_progClient = nullptr;
 
 uiWidget::uiWidget() = default;
 
-void* uiWidget::operator new(std::size_t size) noexcept { return operator new(size, __FILE__, __LINE__); }
+void* uiWidget::operator new(std::size_t size) noexcept {
+    return operator new(size, __FILE__, __LINE__);
+}
 
 void* uiWidget::operator new(std::size_t size, const char* file, unsigned int line) noexcept {
     return g_MemoryPtr ? g_MemoryPtr->alloc(kUIPool, static_cast<unsigned int>(size), file, line) : nullptr;
@@ -28,7 +30,9 @@ void uiWidget::operator delete(void* p) noexcept {
     if (p) g_MemoryPtr->free(kUIPool, p);
 }
 
-void uiWidget::operator delete(void* p, const char*, unsigned int) noexcept { operator delete(p); }
+void uiWidget::operator delete(void* p, const char*, unsigned int) noexcept {
+    operator delete(p);
+}
 
 void uiWidget::_copyWidgetFields(const uiWidget& other) {
     mouseOverCb = other.mouseOverCb;
@@ -60,11 +64,17 @@ uiWidget::~uiWidget() {
     }
 }
 
-bool uiWidget::s_namesEqual(const char* a, const char* b) { return ui::equalNoCase(a, b); }
+bool uiWidget::s_namesEqual(const char* a, const char* b) {
+    return ui::equalNoCase(a, b);
+}
 
-bool uiWidget::isType(const char* typeName) { return ui::equalNoCase(typeName, "uiWidget"); }
+bool uiWidget::isType(const char* typeName) {
+    return ui::equalNoCase(typeName, "uiWidget");
+}
 
-bool uiWidget::testBounds(int x, int y) { return rect.x <= x && x < rect.x2 && rect.y <= y && y < rect.y2; }
+bool uiWidget::testBounds(int x, int y) {
+    return rect.x <= x && x < rect.x2 && rect.y <= y && y < rect.y2;
+}
 
 // ---- tree -------------------------------------------------------------------------------------------
 
@@ -79,15 +89,16 @@ void uiWidget::addChild(uiWidget* child, bool inheritStates) {
     node->next = children;
     children = node;
     if (inheritStates)
-        child->setWidgetStates((flags & WF_VISIBLE) != 0, (flags & WF_ACTIVE) != 0, (flags & WF_INPUT_FOCUS) != 0,
-                               true);
+        child->setWidgetStates((flags & WF_VISIBLE) != 0, (flags & WF_ACTIVE) != 0,
+                               (flags & WF_INPUT_FOCUS) != 0, true);
 }
 
 void uiWidget::detachFromParent() {
     if (!parent) return;
     if (g_ui) g_ui->updateLock(true);
     _WidgetList_s** link = &parent->children;
-    while (*link && (*link)->widget != this) link = &(*link)->next;
+    while (*link && (*link)->widget != this)
+        link = &(*link)->next;
     if (!*link) {
         Logger::log(2, "Parent[%s] child[%s] mismatch detected on detachFromParent()\f", parent->name, name);
     } else {
@@ -101,7 +112,8 @@ void uiWidget::detachFromParent() {
 
 uiWidget* uiWidget::getRootWidget() {
     uiWidget* w = this;
-    while (w->parent) w = w->parent;
+    while (w->parent)
+        w = w->parent;
     return w;
 }
 
@@ -144,16 +156,28 @@ void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bo
     if (on && !isSet) {
         if (bit == WF_INPUT_FOCUS && inputFocusFn && !inputFocusFn(this, inputFocusClient)) return;
         switch (bit) {
-        case WF_VISIBLE: _showWidget(); break;
-        case WF_ACTIVE: _activate(); break;
-        default: _gainFocus(); break;
+        case WF_VISIBLE:
+            _showWidget();
+            break;
+        case WF_ACTIVE:
+            _activate();
+            break;
+        default:
+            _gainFocus();
+            break;
         }
         flags |= bit;
     } else if (!on && isSet) {
         switch (bit) {
-        case WF_VISIBLE: _hideWidget(); break;
-        case WF_ACTIVE: _deactivate(); break;
-        default: _loseFocus(); break;
+        case WF_VISIBLE:
+            _hideWidget();
+            break;
+        case WF_ACTIVE:
+            _deactivate();
+            break;
+        default:
+            _loseFocus();
+            break;
         }
         flags &= ~bit;
     }
@@ -163,15 +187,25 @@ void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bo
         // Dialogs keep their own states; override bits keep a subtree's state.
         if ((child->flags & overrideBit) || child->isType("uiDialog")) continue;
         switch (bit) {
-        case WF_VISIBLE: child->setVisible(on, true); break;
-        case WF_ACTIVE: child->setActive(on, true); break;
-        default: child->setInputFocus(on, true); break;
+        case WF_VISIBLE:
+            child->setVisible(on, true);
+            break;
+        case WF_ACTIVE:
+            child->setActive(on, true);
+            break;
+        default:
+            child->setInputFocus(on, true);
+            break;
         }
     }
 }
 
-void uiWidget::setVisible(bool visible, bool recurse) { _setState(WF_VISIBLE, WF_OVERRIDE_VISIBLE, visible, recurse); }
-void uiWidget::setActive(bool active, bool recurse) { _setState(WF_ACTIVE, WF_OVERRIDE_ACTIVE, active, recurse); }
+void uiWidget::setVisible(bool visible, bool recurse) {
+    _setState(WF_VISIBLE, WF_OVERRIDE_VISIBLE, visible, recurse);
+}
+void uiWidget::setActive(bool active, bool recurse) {
+    _setState(WF_ACTIVE, WF_OVERRIDE_ACTIVE, active, recurse);
+}
 void uiWidget::setInputFocus(bool focus, bool recurse) {
     _setState(WF_INPUT_FOCUS, WF_OVERRIDE_INPUT_FOCUS, focus, recurse);
 }
@@ -182,21 +216,49 @@ void uiWidget::setWidgetStates(bool visible, bool active, bool inputFocus, bool 
     setInputFocus(inputFocus, recurse);
 }
 
-static void setBit(unsigned int& flags, unsigned int bit, bool on) { flags = on ? (flags | bit) : (flags & ~bit); }
+static void setBit(unsigned int& flags, unsigned int bit, bool on) {
+    flags = on ? (flags | bit) : (flags & ~bit);
+}
 
-bool uiWidget::setActive() const { return (flags & WF_ACTIVE) != 0; }
-void uiWidget::overrideVisible(bool on) { setBit(flags, WF_OVERRIDE_VISIBLE, on); }
-void uiWidget::overrideInputFocus(bool on) { setBit(flags, WF_OVERRIDE_INPUT_FOCUS, on); }
-void uiWidget::overrideActive(bool on) { setBit(flags, WF_OVERRIDE_ACTIVE, on); }
-bool uiWidget::getVisible() const { return (flags & WF_VISIBLE) != 0; }
-bool uiWidget::getInputFocus() const { return (flags & WF_INPUT_FOCUS) != 0; }
-bool uiWidget::getOverrideVisible() const { return (flags & WF_OVERRIDE_VISIBLE) != 0; }
-bool uiWidget::getOverrideInputFocus() const { return (flags & WF_OVERRIDE_INPUT_FOCUS) != 0; }
-bool uiWidget::getOverrideActive() const { return (flags & WF_OVERRIDE_ACTIVE) != 0; }
-int uiWidget::getWidth() const { return rect.x2 - rect.x; }
-int uiWidget::getHeight() const { return rect.y2 - rect.y; }
-void uiWidget::setWidth(int w) { rect.x2 = ui::clampCoord(static_cast<long long>(rect.x) + w); }
-void uiWidget::setHeight(int h) { rect.y2 = ui::clampCoord(static_cast<long long>(rect.y) + h); }
+bool uiWidget::setActive() const {
+    return (flags & WF_ACTIVE) != 0;
+}
+void uiWidget::overrideVisible(bool on) {
+    setBit(flags, WF_OVERRIDE_VISIBLE, on);
+}
+void uiWidget::overrideInputFocus(bool on) {
+    setBit(flags, WF_OVERRIDE_INPUT_FOCUS, on);
+}
+void uiWidget::overrideActive(bool on) {
+    setBit(flags, WF_OVERRIDE_ACTIVE, on);
+}
+bool uiWidget::getVisible() const {
+    return (flags & WF_VISIBLE) != 0;
+}
+bool uiWidget::getInputFocus() const {
+    return (flags & WF_INPUT_FOCUS) != 0;
+}
+bool uiWidget::getOverrideVisible() const {
+    return (flags & WF_OVERRIDE_VISIBLE) != 0;
+}
+bool uiWidget::getOverrideInputFocus() const {
+    return (flags & WF_OVERRIDE_INPUT_FOCUS) != 0;
+}
+bool uiWidget::getOverrideActive() const {
+    return (flags & WF_OVERRIDE_ACTIVE) != 0;
+}
+int uiWidget::getWidth() const {
+    return rect.x2 - rect.x;
+}
+int uiWidget::getHeight() const {
+    return rect.y2 - rect.y;
+}
+void uiWidget::setWidth(int w) {
+    rect.x2 = ui::clampCoord(static_cast<long long>(rect.x) + w);
+}
+void uiWidget::setHeight(int h) {
+    rect.y2 = ui::clampCoord(static_cast<long long>(rect.y) + h);
+}
 
 // ---- frame recursions -------------------------------------------------------------------------------
 
@@ -216,7 +278,8 @@ bool uiWidget::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDow
 
 void uiWidget::initialize() {
     _initialize();
-    for (_WidgetList_s* node = children; node; node = node->next) node->widget->initialize();
+    for (_WidgetList_s* node = children; node; node = node->next)
+        node->widget->initialize();
 }
 
 // ---- hit tracing ------------------------------------------------------------------------------------
@@ -279,17 +342,20 @@ void uiWidget::addGlobalInputFocusWidget(const char* path) {
 }
 
 void uiWidget::_initialize() {
-    for (_WidgetNameList_s* entry = globalInputFocus; entry; entry = entry->next) _addGlobalInputFocusWidget(entry);
+    for (_WidgetNameList_s* entry = globalInputFocus; entry; entry = entry->next)
+        _addGlobalInputFocusWidget(entry);
 }
 
 void uiWidget::_addGlobalInputFocusWidget(_WidgetNameList_s* entry) {
     entry->widget = getRootWidget()->getWidget(entry->name, 0, true);
-    if (!entry->widget) Logger::log(2, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00%s^c\f", entry->name);
+    if (!entry->widget)
+        Logger::log(2, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00%s^c\f", entry->name);
 }
 
 void uiWidget::setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) {
     if ((flags & WF_IGNORE_ALPHA) || !recurse) return;
-    for (_WidgetList_s* node = children; node; node = node->next) node->widget->setAlpha(alpha, time, delay, true);
+    for (_WidgetList_s* node = children; node; node = node->next)
+        node->widget->setAlpha(alpha, time, delay, true);
 }
 
 // ---- sound and graphics helpers ---------------------------------------------------------------------

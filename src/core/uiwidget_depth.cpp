@@ -9,7 +9,8 @@ namespace {
 struct DepthTable {
     char names[uiWidget::kDepthSlots][32] = {};
     DepthTable() {
-        for (int i = 0; i < 32; ++i) std::snprintf(names[i], sizeof names[i], "%d", i);
+        for (int i = 0; i < 32; ++i)
+            std::snprintf(names[i], sizeof names[i], "%d", i);
     }
 };
 
@@ -44,4 +45,6 @@ int uiWidget::_getDepthValue(const char* depthName) {
     return s_getDepthValue(depthName);
 }
 
-void uiWidget::setDepth(const char* depthName) { depth = static_cast<unsigned int>(_getDepthValue(depthName)); }
+void uiWidget::setDepth(const char* depthName) {
+    depth = static_cast<unsigned int>(_getDepthValue(depthName));
+}

@@ -9,8 +9,9 @@
 uiSubsystem* g_ui = nullptr;
 
 void* uiSubsystem::operator new(std::size_t size) noexcept {
-    return g_MemoryPtr ? g_MemoryPtr->alloc(uiWidget::kUIPool, static_cast<unsigned int>(size), __FILE__, __LINE__)
-                       : nullptr;
+    return g_MemoryPtr
+               ? g_MemoryPtr->alloc(uiWidget::kUIPool, static_cast<unsigned int>(size), __FILE__, __LINE__)
+               : nullptr;
 }
 
 void uiSubsystem::operator delete(void* p) noexcept {
@@ -41,7 +42,9 @@ int uiSubsystem::initialize(Preferences*) {
     return 1;
 }
 
-void uiSubsystem::forceTerminate() { uiWidget::s_terminate = true; }
+void uiSubsystem::forceTerminate() {
+    uiWidget::s_terminate = true;
+}
 
 int uiSubsystem::shutdown() {
     uiWidget::s_freeScripletCache();
