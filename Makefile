@@ -6,7 +6,7 @@ LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo "-DCMAKE_CXX_COMPI
 CMAKE_COMMON = $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(1)
 DEB_PACKAGES := cmake g++ make ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev fonts-dejavu-core \
-  clang libclang-rt-14-dev valgrind libcli11-dev nlohmann-json3-dev
+  clang libclang-rt-14-dev clang-format valgrind libcli11-dev nlohmann-json3-dev
 # The Windows build: MinGW-w64 with posix threads, Wine without a display, GoogleTest's sources, and the
 # header-only libraries of the tools.
 WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix wine64 googletest libcli11-dev \
@@ -15,7 +15,7 @@ WINE_RUN := $(CURDIR)/cmake/wine-run
 WINE_PREFIX := $(CURDIR)/build/wineprefix
 
 .PHONY: all deps deps-windows build demo golden docs package test test-normal test-asan tsan windows bench bench-deps \
-  fuzz-build fuzz memcheck clean
+  fuzz-build fuzz memcheck clean format format-check
 
 all: build
 
@@ -61,6 +61,14 @@ play: deps
 # Regenerates the golden images of the example sessions from a fresh demo run.
 golden: demo
 	for d in tests/golden/*/; do cp out/demo/$$(basename $$d)/frame*.png $$d; done
+
+# Every C++ source and header the repository tracks follows .clang-format (Debian's clang-format);
+# `make format` rewrites them, `make format-check` (part of `make test`) fails on the first one that differs.
+FORMAT_SOURCES = $(shell git ls-files '*.cpp' '*.h')
+format: deps
+	clang-format -i $(FORMAT_SOURCES)
+format-check: deps
+	clang-format --dry-run --Werror $(FORMAT_SOURCES)
 
 test-normal: build
 	cd build/normal && ctest --output-on-failure -j $(JOBS)
@@ -113,7 +121,7 @@ fuzz: fuzz-build
 
 # make test fuzzes each target for TEST_FUZZ_SECONDS.
 TEST_FUZZ_SECONDS ?= 30
-test: test-normal test-asan tsan windows docs
+test: format-check test-normal test-asan tsan windows docs
 	$(MAKE) fuzz FUZZ_SECONDS=$(TEST_FUZZ_SECONDS)
 
 # The API reference of the public headers, the services' and the test kit's, with the tutorial and the
