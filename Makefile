@@ -51,6 +51,17 @@ demo: deps
 	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy examples/run_demo.sh build/normal/tools/uiview/uiview \
 	  build/normal/examples/game/starcatcher
 
+# Remakes the README's gallery in docs/images/gallery from make demo's frames and every frame of the game's
+# session.
+.PHONY: gallery
+gallery: demo
+	$(call install_missing,python3-pil)
+	rm -rf out/gallery && mkdir -p out/gallery
+	sed '/^png/d' examples/game/demo.script >out/gallery/session.script
+	SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy build/normal/examples/game/starcatcher $$(cat examples/game/demo.args) \
+	  --prefs out/gallery/prefs --script out/gallery/session.script --png out/gallery/frame%04d.png
+	/usr/bin/python3 docs/make_gallery.py out/demo out/gallery docs/images/gallery
+
 # Builds the game and opens it in a window.
 .PHONY: play
 play: deps

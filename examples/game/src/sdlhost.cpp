@@ -178,8 +178,15 @@ bool runScripted(Game& game, SdlGfx& gfx, const GameArgs& args, const std::vecto
     return ok;
 }
 
+// A path given relative to where the game started, usable after it moved into its data folder.
+std::string fromStart(const std::string& path) {
+    char started[4096];
+    if (path.empty() || path[0] == '/' || !getcwd(started, sizeof started)) return path;
+    return std::string(started) + "/" + path;
+}
+
 std::string prefsFolder(const GameArgs& args) {
-    std::string folder = args.prefs;
+    std::string folder = fromStart(args.prefs);
     if (folder.empty()) {
         char* path = SDL_GetPrefPath("gameui", "starcatcher");
         folder = path ? path : "./";
@@ -200,11 +207,9 @@ int runSdlGame(const GameArgs& args) {
     config.prefs = prefsFolder(args);
     config.seed = args.seed ? args.seed : offScreen ? 1 : static_cast<unsigned int>(std::time(nullptr));
     config.autoplay = args.autoplay;
-    // Output paths are taken before moving into the data folder, whose names the descriptions use.
-    char started[4096];
-    std::string png = args.png;
-    if (!png.empty() && png[0] != '/' && getcwd(started, sizeof started))
-        png = std::string(started) + "/" + png;
+    GameArgs scripted = args;
+    scripted.png = fromStart(args.png);
+    // The descriptions name their files relative to the data folder.
     if (chdir(args.data.c_str()) != 0) {
         std::fprintf(stderr, "starcatcher: no game data in %s (--data DIR)\n", args.data.c_str());
         return 1;
@@ -234,8 +239,6 @@ int runSdlGame(const GameArgs& args) {
         {
             Game game(host, config);
             if (glue) game.useDevtools(glue->enable(true, "art/small", Game::s_rebuilt, &game));
-            GameArgs scripted = args;
-            scripted.png = png;
             if (!gfx.ok() || !game.start())
                 status = 1;
             else if (offScreen)
