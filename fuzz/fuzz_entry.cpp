@@ -30,35 +30,8 @@ const int kInterestingChars[] = {'a',  'z',  '0',  ' ', '\\',   9,       13, 0, 
         }                                                                                                    \
     } while (0)
 
-// The input, read front to back; past its end every read gives 0.
-class Bytes {
-public:
-    Bytes(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
-    bool more() const { return m_pos < m_size; }
-    unsigned int u8() { return m_pos < m_size ? m_data[m_pos++] : 0; }
-    unsigned int u16() {
-        const unsigned int low = u8();
-        return low | u8() << 8;
-    }
-    unsigned int u32() {
-        const unsigned int low = u16();
-        return low | u16() << 16;
-    }
-    std::string text(size_t max) {
-        std::string s;
-        for (size_t n = u8() % (max + 1); n > 0 && more(); --n)
-            if (unsigned int c = u8()) s += static_cast<char>(c);
-        return s;
-    }
-
-private:
-    const uint8_t* m_data;
-    size_t m_size;
-    size_t m_pos = 0;
-};
-
 // The form, with the first field configured by the input's first six bytes.
-std::string description(Bytes& in) {
+std::string description(fuzzkit::Bytes& in) {
     static const char* const kJustify[] = {"justify = LEFT", "justify = RIGHT", "justify = CENTER",
                                            "justify = RIGHT\n        justify = CENTER"};
     const unsigned int options = in.u8();
@@ -167,7 +140,7 @@ public:
         check();
     }
 
-    void step(Bytes& in) {
+    void step(fuzzkit::Bytes& in) {
         const unsigned int op = in.u8() % 16;
         uiEntryWidget* field = m_fields[in.u8() & 1];
         switch (op) {
@@ -303,7 +276,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     svc.gfx.defineSprite("caret", 8, 16, {3});
     svc.gfx.defineSprite("bar", 2, 16, {2});
     svc.gfx.failSprite("nosuch");
-    Bytes in(data, size);
+    fuzzkit::Bytes in(data, size);
     svc.files.add("form.txt", description(in));
     {
         uiSubsystem ui;

@@ -66,27 +66,6 @@ const std::vector<Screen>& screens() {
     return all;
 }
 
-// The input, read front to back; past its end every read gives 0.
-class Bytes {
-public:
-    Bytes(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
-    bool more() const { return m_pos < m_size; }
-    unsigned int u8() { return m_pos < m_size ? m_data[m_pos++] : 0; }
-    unsigned int u16() {
-        const unsigned int low = u8();
-        return low | u8() << 8;
-    }
-    unsigned int u32() {
-        const unsigned int low = u16();
-        return low | u16() << 16;
-    }
-
-private:
-    const uint8_t* m_data;
-    size_t m_size;
-    size_t m_pos = 0;
-};
-
 // Keys a game sends: Enter (and the keypad's), Tab, Escape, Space, Backspace, the arrows, F1 to F10,
 // Alt, Ctrl and Shift; any other byte goes as it is.
 const int kKeys[] = {13, 154, 9, 27, 32, 127, 8, 37, 38, 39, 40, 163, 164, 172, 136, 137, 138, 'a', 'P'};
@@ -97,7 +76,7 @@ public:
     Player(uiSubsystem& ui, const std::string& file) : m_ui(ui), m_file(file) { load(); }
     ~Player() { unload(); }
 
-    void step(Bytes& in) {
+    void step(fuzzkit::Bytes& in) {
         switch (in.u8() % 12) {
         case 0:
             pointer(UIE_MOUSE_MOVE, in);
@@ -164,20 +143,20 @@ private:
         m_root = nullptr;
     }
 
-    void pointer(e_uiEvent kind, Bytes& in) {
+    void pointer(e_uiEvent kind, fuzzkit::Bytes& in) {
         const int x = static_cast<int>(in.u16() % 1000) - 100;
         const int y = static_cast<int>(in.u16() % 800) - 100;
         m_ui.inputEvent(kind, x, y, 0);
     }
-    static int key(Bytes& in) {
+    static int key(fuzzkit::Bytes& in) {
         const unsigned int b = in.u8();
         return b < 128 ? kKeys[b % (sizeof kKeys / sizeof kKeys[0])] : static_cast<int>(b);
     }
-    static unsigned int frameTime(Bytes& in) {
+    static unsigned int frameTime(fuzzkit::Bytes& in) {
         const unsigned int b = in.u8();
         return b < 200 ? kFrames[b % (sizeof kFrames / sizeof kFrames[0])] : in.u16();
     }
-    uiDialog* dialog(Bytes& in) {
+    uiDialog* dialog(fuzzkit::Bytes& in) {
         const unsigned int pick = in.u8();
         return m_dialogs.empty() ? nullptr : m_dialogs[pick % m_dialogs.size()];
     }
@@ -193,7 +172,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::vector<Screen>& all = screens();
     if (all.empty() || size == 0) return 0;
-    Bytes in(data, size);
+    fuzzkit::Bytes in(data, size);
     const Screen& screen = all[in.u8() % all.size()];
     testkit::Services svc;
     for (const auto& file : screen.folder->files)
