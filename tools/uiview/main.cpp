@@ -206,30 +206,21 @@ void renderFrame(Session& s, unsigned int ms) {
 // Runs the frames off screen; returns the number of pictures saved, and whether any could not be.
 int runOffScreen(const ViewOptions& o, const std::vector<ScriptEvent>& events, SdlGfx& gfx, Session& s,
                  bool& failed) {
-    bool marked = false; // with png lines in the script only those frames are saved
-    for (const ScriptEvent& e : events)
-        marked |= e.kind == ScriptEvent::Png;
-    size_t next = 0;
+    ScriptPlayer player(events);
     int saved = 0;
     for (int frame = 0; frame < o.frames && !s.quit; ++frame) {
-        const unsigned int now = static_cast<unsigned int>(frame * o.ms);
-        bool save = !marked;
-        // A png line pictures the events before it: later events of the same time wait for the next frame.
-        for (; next < events.size() && events[next].time <= now && !(save && marked); ++next) {
-            save |= events[next].kind == ScriptEvent::Png;
-            sendScripted(events[next], *s.ui);
-        }
+        const bool save = player.due(static_cast<unsigned int>(frame * o.ms),
+                                     [&s](const ScriptEvent& e) { sendScripted(e, *s.ui); });
         loadingFrame(s, static_cast<unsigned int>(o.ms), frame);
         settleTopDialog(s);
         renderFrame(s, static_cast<unsigned int>(o.ms));
         gfx.present();
         if (o.png.empty() || !save) continue;
-        char path[1024];
-        std::snprintf(path, sizeof path, o.png.c_str(), frame);
-        if (gfx.savePng(path)) {
+        const std::string path = framePath(o.png, frame);
+        if (gfx.savePng(path.c_str())) {
             ++saved;
         } else {
-            std::fprintf(stderr, "uiview: cannot write %s\n", path);
+            std::fprintf(stderr, "uiview: cannot write %s\n", path.c_str());
             failed = true;
         }
     }

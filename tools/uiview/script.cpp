@@ -51,3 +51,14 @@ bool loadScript(const std::string& path, std::vector<ScriptEvent>& events) {
     }
     return true;
 }
+
+ScriptPlayer::ScriptPlayer(const std::vector<ScriptEvent>& events) : m_events(events) {
+    for (const ScriptEvent& e : events)
+        m_marked |= e.kind == ScriptEvent::Png;
+}
+
+std::string framePath(const std::string& pattern, int frame) {
+    char path[1024];
+    std::snprintf(path, sizeof path, pattern.c_str(), frame);
+    return path;
+}

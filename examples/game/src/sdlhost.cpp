@@ -147,31 +147,24 @@ void sendScripted(Game& game, const ScriptEvent& e) {
     }
 }
 
-// Fixed frame times; with png lines in the script only the frames they mark are saved.
+// Fixed frame times; the frames the script marks are saved.
 bool runScripted(Game& game, SdlGfx& gfx, const GameArgs& args, const std::vector<ScriptEvent>& events) {
-    bool marked = false, ok = true;
-    for (const ScriptEvent& e : events)
-        marked |= e.kind == ScriptEvent::Png;
-    size_t next = 0;
+    ScriptPlayer player(events);
+    bool ok = true;
     int saved = 0, frame = 0;
     for (; frame < args.frames && !game.finished(); ++frame) {
-        const auto now = static_cast<unsigned int>(frame * args.ms);
-        bool save = !marked;
-        for (; next < events.size() && events[next].time <= now && !(save && marked); ++next) {
-            save |= events[next].kind == ScriptEvent::Png;
-            sendScripted(game, events[next]);
-        }
+        const bool save = player.due(static_cast<unsigned int>(frame * args.ms),
+                                     [&game](const ScriptEvent& e) { sendScripted(game, e); });
         game.frame(static_cast<unsigned int>(args.ms));
         gfx.present();
         if (args.png.empty() || !save) continue;
-        char path[1024];
-        std::snprintf(path, sizeof path, args.png.c_str(), frame);
-        if (gfx.savePng(path)) {
+        const std::string path = framePath(args.png, frame);
+        if (gfx.savePng(path.c_str())) {
             ++saved;
-        } else {
-            std::fprintf(stderr, "starcatcher: cannot write %s\n", path);
-            ok = false;
+            continue;
         }
+        std::fprintf(stderr, "starcatcher: cannot write %s\n", path.c_str());
+        ok = false;
     }
     std::printf("starcatcher: %d frames of %d ms, %zu input events, PNG frames: %d\n", frame, args.ms,
                 events.size(), saved);
