@@ -36,6 +36,18 @@ std::string menu(int playX, const std::string& extra = "") {
            "  }\n  visible = false\n}\n";
 }
 
+// Sprites are read from NAME.png; the service cannot read one again.
+struct Assets : uiDevtoolsAssets {
+    void files(uiAssetKind kind, const char* name, std::vector<std::string>& out) override {
+        if (kind == UIASSET_SPRITE) out.push_back(std::string(name) + ".png");
+    }
+    bool reload(uiAssetKind kind, const char* name) override {
+        asked.push_back(std::string(name));
+        return false;
+    }
+    std::vector<std::string> asked;
+};
+
 bool clicked(uiWidget*, void* client, int, int) {
     ++*static_cast<int*>(client);
     return true;
@@ -63,6 +75,7 @@ protected:
             static_cast<LiveReload*>(client)->wire(root);
         };
         o.client = this;
+        o.assets = &assets;
         dt = uiDevtools::enable(o);
         wire(dt->loadUI("menu.ui"));
         ui.setTopLevelWidget(root);
@@ -101,6 +114,7 @@ protected:
     }
 
     testkit::Services services;
+    Assets assets;
     uiSubsystem ui;
     uiDevtools* dt = nullptr;
     uiWidget* root = nullptr;
@@ -180,6 +194,29 @@ TEST_F(LiveReload, BrokenFileKeepsTheOldScreenAndListsItsProblemsUntilFixed) {
     frames();
     EXPECT_FALSE(dt->problems().empty());
     EXPECT_NE(at("menu.extra"), nullptr);
+}
+
+TEST_F(LiveReload, ChangedSpritesAreReloadedThroughTheServiceOrReportedOnce) {
+    write("pic.png", "first");
+    write("menu.ui", menu(300, "  child pic = uiVisualWidget\n  {\n    sprite = \"pic\"\n  }\n"));
+    frames();
+    ASSERT_NE(at("menu.pic"), nullptr);
+    const std::string cannot =
+        "devtools: the service cannot reload sprites; \"pic\" and any other keep their old "
+        "contents\f";
+    for (const char* picture : {"second", "third!"}) {
+        write("pic.png", picture);
+        frames();
+    }
+    EXPECT_EQ(assets.asked, (std::vector<std::string>{"pic", "pic"}));
+    EXPECT_EQ(services.log.count(1, cannot), 1) << services.log.dump();
+    EXPECT_EQ(dt->reloads(), 3u);
+
+    fs::remove(m_dir / "pic.png"); // unreadable: the screen stays, the file is listed
+    frames();
+    ASSERT_EQ(dt->problems().size(), 1u);
+    EXPECT_EQ(dt->problems()[0], "pic.png: error: cannot be read");
+    EXPECT_EQ(dt->reloads(), 3u);
 }
 
 TEST_F(LiveReload, AThousandReloadsLeaveNothingBehind) {
