@@ -15,7 +15,7 @@ WINE_RUN := $(CURDIR)/cmake/wine-run
 WINE_PREFIX := $(CURDIR)/build/wineprefix
 
 .PHONY: all deps deps-windows build demo golden docs package test test-normal test-asan tsan windows bench bench-deps \
-  fuzz-build fuzz memcheck clean format format-check
+  fuzz-build fuzz memcheck test-size clean format format-check
 
 all: build
 
@@ -130,10 +130,15 @@ fuzz: fuzz-build
 	    >build/fuzz/$$t.log 2>&1 || { tail -80 build/fuzz/$$t.log; echo "fuzz_$$t found a fault"; exit 1; }; \
 	done
 
-# make test fuzzes each target for TEST_FUZZ_SECONDS.
+# Lines of the tests against lines of the code; fails above a ratio of 0.36.
+test-size:
+	@cmake/test-size
+
+# make test fuzzes each target for TEST_FUZZ_SECONDS. It prints the size of the tests without failing on it.
 TEST_FUZZ_SECONDS ?= 30
 test: format-check test-normal test-asan tsan windows docs
 	$(MAKE) fuzz FUZZ_SECONDS=$(TEST_FUZZ_SECONDS)
+	@cmake/test-size || echo "the tests are above their size limit"
 
 # The API reference of the public headers, the services' and the test kit's, with the tutorial and the
 # format reference as pages, into out/docs/html. Any broken reference or markup fails it, and so does

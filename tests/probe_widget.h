@@ -1,7 +1,6 @@
 // A widget for tests of the widget core: records its hooks into a shared journal.
 #pragma once
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 #include "uiwidget.h"
@@ -9,6 +8,12 @@
 struct Journal {
     std::vector<std::string> lines;
     void add(const std::string& line) { lines.push_back(line); }
+    std::string text() const { // every line followed by a blank
+        std::string all;
+        for (const std::string& line : lines)
+            all += line + " ";
+        return all;
+    }
 };
 
 class ProbeWidget : public uiWidget {
@@ -44,10 +49,10 @@ protected:
     void _loseFocus() override { note("lose"); }
 };
 
-// Makes a named probe at a rectangle; attaches it to `parent` when given.
+// Makes a named probe at a rectangle; attaches it to `parent` when given. Null without memory.
 inline ProbeWidget* probe(const char* name, _uiRect_s r, uiWidget* parent = nullptr) {
     ProbeWidget* w = new ProbeWidget();
-    if (!w) std::abort(); // only a test that fails allocations on purpose gets null
+    if (!w) return nullptr;
     std::snprintf(w->name, sizeof w->name, "%s", name);
     w->rect = r;
     if (parent) parent->addChild(w, false);

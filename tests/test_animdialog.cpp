@@ -1,11 +1,9 @@
 // Animated dialogs and widgets loaded from descriptions and driven through the subsystem: entering and
-// exiting frame by frame, masks, sub-animations, sounds, a click's road, and the keys' messages.
+// exiting frame by frame, masks, sub-animations, sounds and the description's messages.
 #include <gtest/gtest.h>
 #include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 #include "gameui.h"
+#include "runtime/uianimwidget.h"
 #include "screen.h"
 #include "testkit.h"
 
@@ -13,10 +11,6 @@ namespace {
 
 using Ints = std::vector<int>;
 using Log = std::vector<std::string>;
-
-void logHide(uiWidget* w, void* data) {
-    static_cast<Log*>(data)->push_back(std::string("hide ") + w->name);
-}
 
 class AnimDialogTest : public ::testing::Test {
 protected:
@@ -28,7 +22,7 @@ protected:
     uiDialog* show(testkit::Screen& screen) {
         auto* d = static_cast<uiDialog*>(screen.root());
         ui->setTopLevelWidget(d);
-        d->dlgHideCb(&logHide, &hides);
+        d->dlgHideCb([](uiWidget* w, void* log) { static_cast<Log*>(log)->push_back(w->name); }, &hides);
         return d;
     }
     // One rendered frame; its blt calls, each as its seven int arguments.
@@ -40,39 +34,24 @@ protected:
             blts.push_back(call.ints);
         return blts;
     }
-    // The dialog's state after each of `n` frames of `ms`.
-    Ints states(uiDialog* d, int n, unsigned int ms = 100) {
-        Ints s;
+    // What `probe` reads after each of `n` frames of `ms`.
+    template <class F> Ints frames(int n, unsigned int ms, F probe) {
+        Ints out;
         for (int i = 0; i < n; ++i) {
             ui->render(ms);
-            s.push_back(d->getState());
+            out.push_back(probe());
         }
-        return s;
+        return out;
     }
 };
 
 // Slides in from (0, 100) to (200, 100) on an ease-out curve; leaves under a fading mask of 2 x 3 tiles.
-const char* const kMenu = R"(menu = uiAnimDialog
-{
-    x = 0
-    y = 100
-    AnimIn style = BezierLerp
-    AnimIn Time = 500
-    AnimIn Loc = 200 100
-    AnimIn BezierControls = 1 1
-    AnimIn sound = slide
-    AnimOut style = SpriteMask
-    AnimOut Time = 1000
-    AnimOut Loc = 200 100
-    AnimOut AlphaStart = 255
-    AnimOut AlphaTarget = 0
-    AnimOut sprite = mask
-    AnimOut spritedepth = 5
-    AnimOut SpriteVertCount = 2
-    AnimOut SpriteHorzCount = 3
-    AnimOut sound = whoosh
-}
-)";
+const char* const kMenu = "menu = uiAnimDialog\n{\n y = 100\n AnimIn style = BezierLerp\n AnimIn Time = 500\n"
+                          " AnimIn Loc = 200 100\n AnimIn BezierControls = 1 1\n AnimIn sound = slide\n"
+                          " AnimOut style = SpriteMask\n AnimOut Time = 1000\n AnimOut Loc = 200 100\n"
+                          " AnimOut AlphaStart = 255\n AnimOut AlphaTarget = 0\n AnimOut sprite = mask\n"
+                          " AnimOut spritedepth = 5\n AnimOut SpriteVertCount = 2\n"
+                          " AnimOut SpriteHorzCount = 3\n AnimOut sound = whoosh\n}\n";
 
 TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrameWithoutAllocating) {
     svc.gfx.defineSprite("mask", 16, 8);
@@ -81,19 +60,11 @@ TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrameWithoutAllocatin
     const int mask = svc.gfx.spriteId("mask");
 
     ui->pushDialog(menu, true);
-    Ints xs, states;
-    std::vector<bool> focused;
-    long long stacked = 0; // allocations once the push has made its stack and focus entries
-    for (int i = 0; i < 6; ++i) {
-        EXPECT_TRUE(frame(100).empty()) << "no mask while entering, frame " << i + 1;
-        if (i == 0) stacked = svc.memory.allocations();
-        xs.push_back(menu->rect.x);
-        states.push_back(menu->getState());
-        focused.push_back(menu->getInputFocus() && ui->topDialogIsIdle(menu));
-    }
-    EXPECT_EQ(xs, (Ints{0, 97, 156, 187, 200, 200})); // t = 0, 0.2, 0.4, 0.6, 0.8, then loc
-    EXPECT_EQ(states, (Ints{2, 2, 2, 2, 1, 1}));
-    EXPECT_EQ(focused, (std::vector<bool>{false, false, false, false, false, true}));
+    EXPECT_TRUE(frame(100).empty()) << "no mask while entering";
+    const long long stacked = svc.memory.allocations(); // the push made its stack and focus entries
+    EXPECT_EQ(frames(5, 100, [&] { return menu->rect.x * 10 + menu->getState(); }),
+              (Ints{972, 1562, 1872, 2001, 2001})); // x at t = 0.2 .. 0.8 then the end, and the state
+    EXPECT_TRUE(menu->getInputFocus() && ui->topDialogIsIdle(menu));
     EXPECT_EQ(svc.sound.played, Log{"slide"});
     EXPECT_EQ(svc.memory.allocations(), stacked);
 
@@ -115,236 +86,84 @@ TEST_F(AnimDialogTest, EntersAndExitsThroughTheStackFrameByFrameWithoutAllocatin
     EXPECT_TRUE(frame(250).empty()); // the mask finished at alpha 0 in this update
     EXPECT_EQ(menu->getState(), 4);
     EXPECT_TRUE(ui->isDialogPushed(menu));
-
     frame(250);
     EXPECT_FALSE(ui->isDialogPushed(menu)); // popped at the start of this frame
     EXPECT_TRUE(hides.empty());
     frame(250);
-    EXPECT_EQ(hides, Log{"hide menu"}); // hidden at the start of the following frame
+    EXPECT_EQ(hides, Log{"menu"}); // hidden at the start of the following frame
     EXPECT_EQ(menu->getState(), 0);
     EXPECT_FALSE(menu->getVisible());
     frame(250);
     EXPECT_EQ(hides.size(), 1u);
-    EXPECT_EQ(svc.memory.allocations(), queued); // exiting, popping and hiding allocate nothing
+    EXPECT_EQ(svc.memory.allocations(), queued); // entering, exiting, popping and hiding allocate nothing
 }
 
-// OK closes the dialog: the click travels through the focus stack to the handler, which queues the pop.
-const char* const kConfirm = R"(confirm = uiAnimDialog
-{
-    width = 800
-    height = 600
-    child ok = uiInputHandler
-    {
-        x = 100
-        y = 100
-        width = 80
-        height = 30
-        flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS
-    }
-    AnimIn style = Trivial
-    AnimIn Time = 200
-    AnimOut style = Trivial
-    AnimOut Time = 300
-}
-)";
-
-bool closeOnClick(uiWidget* w, void* client, int, int) {
-    ++*static_cast<int*>(client);
-    g_ui->popDialog(static_cast<uiDialog*>(w->getRootWidget()), true);
-    return true;
-}
-
-TEST_F(AnimDialogTest, ClicksReachTheDialogOnlyWhileItIsIdle) {
-    testkit::Screen screen(svc, kConfirm);
-    uiDialog* confirm = show(screen);
-    uiWidget* ok = screen.find("ok");
-    int clicks = 0;
-    _WidgetMap_s map = {nullptr, nullptr, nullptr, &closeOnClick, nullptr, nullptr, nullptr};
-    ok->assignCallbacks(&map, &clicks);
-    auto click = [&] {
-        ui->inputEvent(UIE_MOUSE_MOVE, 120, 110, 0);
-        ui->inputEvent(UIE_MOUSE_DOWN, 120, 110, 0);
-        ui->inputEvent(UIE_MOUSE_UP, 120, 110, 0);
-    };
-
-    ui->pushDialog(confirm, true);
-    ui->render(100);
-    click(); // entering: no input yet
-    EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(states(confirm, 2), (Ints{1, 1}));
-    EXPECT_TRUE(ok->getInputFocus());
-
-    click();
-    EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(confirm->getState(), 1); // the pop is only queued
-    ui->render(100);
-    click(); // exiting: ignored
-    EXPECT_EQ(states(confirm, 4), (Ints{3, 4, 4, 0}));
-    EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(hides, Log{"hide confirm"});
-    EXPECT_EQ(ui->topDialog(), nullptr);
-    EXPECT_FALSE(ok->getVisible());
-}
-
-TEST_F(AnimDialogTest, APushWaitsForTheTopDialogToFinishEntering) {
-    testkit::Screen screen(svc, kConfirm);
-    uiDialog* confirm = show(screen);
-    std::unique_ptr<uiDialog> popup{static_cast<uiDialog*>(uiWidget::allocWidget("popup", "uiDialog"))};
-    ui->pushDialog(confirm, true);
-    ui->pushDialog(popup.get(), true);
-    ui->update(100);
-    ui->update(100); // confirm finishes entering in this update, after the queue ran
-    EXPECT_EQ(confirm->getState(), 1);
-    EXPECT_EQ(ui->topDialog(), confirm);
-    ui->update(100);
-    EXPECT_EQ(ui->topDialog(), popup.get());
-}
-
-// A panel slides in on its own curve, longer than the dialog's; an unmapped sub-animation with a long
-// time does not hold the dialog back.
-const char* const kPanels = R"(screen = uiAnimDialog
-{
-    child panel = uiNonVisualWidget
-    {
-        x = 10
-        y = 20
-    }
-    AnimIn style = Trivial
-    AnimIn Time = 200
-    SubAnimCount = 2
-    SubAnimIn 0 widget = panel
-    SubAnimIn 0 style = BezierLerp
-    SubAnimIn 0 Time = 400
-    SubAnimIn 0 Loc = 110 20
-    SubAnimIn 1 Time = 5000
-}
-)";
-
-TEST_F(AnimDialogTest, SubAnimationsMoveTheirWidgetsAndHoldTheDialog) {
-    testkit::Screen screen(svc, kPanels);
-    uiDialog* dialog = show(screen);
-    uiWidget* panel = screen.find("panel");
-    panel->rect.x = 70; // moved by the game; the entrance starts from where the panel was mapped
-
-    ui->pushDialog(dialog, true);
-    Ints xs, states;
-    for (int i = 0; i < 5; ++i) {
-        ui->render(100);
-        xs.push_back(panel->rect.x);
-        states.push_back(dialog->getState());
-    }
-    EXPECT_EQ(xs, (Ints{10, 11, 22, 110, 110})); // ease-in: t = 0, 0.25, 0.5, 0.75 then loc
-    EXPECT_EQ(states, (Ints{2, 2, 2, 1, 1}));
-}
-
-// Hidden on the dialog's own record keeps it out of sight for the record's time, its update running.
-TEST_F(AnimDialogTest, HiddenOnItsOwnRecordDelaysTheDialog) {
+TEST_F(AnimDialogTest, HiddenRecordsDelayAndRecordsWithoutStyleActAtOnce) {
     testkit::Screen screen(svc, "late = uiAnimDialog\n{\n AnimIn style = Hidden\n AnimIn Time = 300\n"
                                 " AnimOut style = Hidden\n AnimOut Time = 200\n}\n");
     uiDialog* late = show(screen);
-    auto visibility = [&] {
-        std::vector<bool> v;
-        for (int i = 0; i < 4; ++i) {
-            ui->render(100);
-            v.push_back(late->getVisible());
-        }
-        return v;
-    };
+    auto visible = [&] { return int(late->getVisible()); };
     ui->pushDialog(late, true);
-    EXPECT_EQ(visibility(), (std::vector<bool>{false, false, false, true}));
+    EXPECT_EQ(frames(4, 100, visible), (Ints{0, 0, 0, 1}));
     EXPECT_TRUE(ui->topDialogIsIdle(late));
     ui->popDialog(late, true);
-    EXPECT_EQ(visibility(), (std::vector<bool>{false, false, false, false}));
-    EXPECT_EQ(hides, Log{"hide late"});
-}
+    EXPECT_EQ(frames(4, 100, visible), (Ints{0, 0, 0, 0}));
+    EXPECT_EQ(hides, Log{"late"});
 
-TEST_F(AnimDialogTest, WithoutStylesTheDialogEntersAndExitsAtOnce) {
-    testkit::Screen screen(svc, "plain = uiAnimDialog\n{\n    x = 30\n    AnimIn Loc = 5 6\n}\n");
-    uiDialog* plain = show(screen);
+    testkit::Screen plainScreen(svc, "plain = uiAnimDialog\n{\n x = 30\n AnimIn Loc = 5 6\n}\n", "plain.txt");
+    uiDialog* plain = show(plainScreen);
     ui->pushDialog(plain, true);
     ui->update(16);
     EXPECT_EQ(plain->getState(), 1);
     EXPECT_TRUE(plain->getInputFocus()); // activated at once: it did not come from entering
     EXPECT_EQ(plain->rect.x, 30);        // entering without style does not move it
-
     ui->popDialog(plain, false);
     ui->update(16);
     EXPECT_EQ(plain->getState(), 0);
     EXPECT_EQ(plain->rect.x, 0);  // hide() places it at its out location
     ui->pushDialog(plain, false); // idle() places it at its in location
     ui->update(16);
-    EXPECT_EQ(plain->rect.x, 5);
-    EXPECT_EQ(plain->rect.y, 6);
+    EXPECT_EQ(plain->rect.x * 10 + plain->rect.y, 56);
     EXPECT_TRUE(svc.sound.played.empty());
 }
 
-// An icon fades from 0 to 200 while sliding from (0, 0) to (100, 0); the dialog waits for it.
-const char* const kIcon = R"(intro = uiAnimDialog
-{
-    child icon = uiVisualWidget
-    {
-        sprite = icon
-        flags = WF_ACTIVE | WF_VISIBLE
-    }
-    AnimIn style = Trivial
-    SubAnimCount = 1
-    SubAnimIn 0 widget = icon
-    SubAnimIn 0 style = AlphaFadeWithBezierLerp
-    SubAnimIn 0 Time = 400
-    SubAnimIn 0 AlphaStart = 0
-    SubAnimIn 0 AlphaTarget = 200
-    SubAnimIn 0 Loc = 100 0
-}
-)";
-
-TEST_F(AnimDialogTest, FadingSubAnimationsLeaveTheFadeToTheirWidgets) {
-    testkit::Screen screen(svc, kIcon);
+// An icon fades from 0 to 200 while sliding from (0, 0) to (100, 0); mask alphas stay within 0 to 255 and
+// a record of time 0 completes in its first update.
+TEST_F(AnimDialogTest, FadesAndMasksStayInRange) {
+    testkit::Screen screen(svc, "intro = uiAnimDialog\n{\n child icon = uiVisualWidget\n {\n  sprite = icon\n"
+                                "  flags = WF_ACTIVE | WF_VISIBLE\n }\n AnimIn style = Trivial\n"
+                                " SubAnimCount = 1\n SubAnimIn 0 widget = icon\n"
+                                " SubAnimIn 0 style = AlphaFadeWithBezierLerp\n SubAnimIn 0 Time = 400\n"
+                                " SubAnimIn 0 AlphaStart = 0\n SubAnimIn 0 AlphaTarget = 200\n"
+                                " SubAnimIn 0 Loc = 100 0\n}\n");
     uiDialog* intro = show(screen);
     ui->pushDialog(intro, true);
-    std::vector<std::pair<int, int>> drawn; // x and alpha of the icon per frame
-    for (int i = 0; i < 4; ++i) {
-        const std::vector<Ints> blts = frame(100);
-        ASSERT_EQ(blts.size(), 1u);
-        drawn.emplace_back(blts[0][2], blts[0][6]);
-    }
-    EXPECT_EQ(drawn, (std::vector<std::pair<int, int>>{{0, 50}, {1, 100}, {12, 150}, {100, 200}}));
+    std::vector<Ints> drawn; // x and alpha of the icon per frame
+    for (int i = 0; i < 4; ++i)
+        for (const Ints& blt : frame(100))
+            drawn.push_back({blt[2], blt[6]});
+    EXPECT_EQ(drawn, (std::vector<Ints>{{0, 50}, {1, 100}, {12, 150}, {100, 200}}));
     EXPECT_EQ(intro->getState(), 1);
-}
 
-// Mask alphas stay within 0 to 255; a record of time 0 completes in its first update.
-const char* const kFlash = R"(flash = uiAnimDialog
-{
-    AnimIn style = SpriteMask
-    AnimIn Time = 200
-    AnimIn AlphaStart = 300
-    AnimIn AlphaTarget = 600
-    AnimIn sprite = flash
-    AnimIn SpriteVertCount = 1
-    AnimIn SpriteHorzCount = 1
-    AnimOut style = SpriteMask
-    AnimOut AlphaStart = 255
-    AnimOut sprite = flash
-    AnimOut SpriteVertCount = 1
-    AnimOut SpriteHorzCount = 1
-    AnimOut Loc = 50 60
-}
-)";
-
-TEST_F(AnimDialogTest, MaskAlphaIsClampedAndATimelessRecordEndsAtOnce) {
-    testkit::Screen screen(svc, kFlash);
-    uiDialog* flash = show(screen);
+    testkit::Screen flashScreen(
+        svc,
+        "flash = uiAnimDialog\n{\n AnimIn style = SpriteMask\n AnimIn Time = 200\n AnimIn AlphaStart = 300\n"
+        " AnimIn AlphaTarget = 600\n AnimIn sprite = flash\n AnimIn SpriteVertCount = 1\n"
+        " AnimIn SpriteHorzCount = 1\n AnimOut style = SpriteMask\n AnimOut AlphaStart = 255\n"
+        " AnimOut sprite = flash\n AnimOut SpriteVertCount = 1\n AnimOut SpriteHorzCount = 1\n"
+        " AnimOut Loc = 50 60\n}\n",
+        "flash.txt");
+    uiDialog* flash = show(flashScreen);
     ui->pushDialog(flash, true);
     Ints alphas;
     for (int i = 0; i < 3; ++i)
         for (const Ints& blt : frame(100))
             alphas.push_back(blt[6]);
     EXPECT_EQ(alphas, (Ints{255, 255, 255}));
-
     ui->popDialog(flash, true);
     EXPECT_TRUE(frame(100).empty()); // ended at alpha target 0 within the update
     EXPECT_EQ(flash->getState(), 4);
-    EXPECT_EQ(flash->rect.x, 50);
-    EXPECT_EQ(flash->rect.y, 60);
+    EXPECT_EQ(flash->rect.x * 100 + flash->rect.y, 5060);
 }
 
 TEST_F(AnimDialogTest, VisibilityReachesOverriddenChildrenButSparesFadingOnes) {
@@ -354,130 +173,86 @@ TEST_F(AnimDialogTest, VisibilityReachesOverriddenChildrenButSparesFadingOnes) {
                                 " SubAnimOut 0 widget = fader.logo\n SubAnimOut 0 style = AlphaFade\n"
                                 " SubAnimOut 0 Time = 1000\n}\n");
     uiDialog* fader = show(screen);
-    uiWidget* label = screen.find("label");
-    uiWidget* logo = screen.find("logo");
     fader->setVisible(true, true);
-    EXPECT_TRUE(label->getVisible()); // the override does not keep it out
-
+    EXPECT_TRUE(screen.find("label")->getVisible()); // the override does not keep it out
     ui->pushDialog(fader, false);
     ui->popDialog(fader, true);
     ui->update(16);
     ASSERT_EQ(fader->getState(), 3);
     fader->setVisible(false, true);
-    EXPECT_FALSE(label->getVisible());
-    EXPECT_TRUE(logo->getVisible()); // still fading out
+    EXPECT_FALSE(screen.find("label")->getVisible());
+    EXPECT_TRUE(screen.find("logo")->getVisible()); // still fading out
 }
 
-TEST_F(AnimDialogTest, DescriptionMistakesAreReported) {
-    testkit::Screen screen(svc, R"(bad = uiAnimDialog
-{
-    child a = uiNonVisualWidget
+TEST_F(AnimDialogTest, DescriptionMistakesAreReportedAndMaskSpritesGivenBack) {
     {
-    }
-    AnimIn style BezierLerp
-    AnimIn style = Wobble
-    AnimIn Colour = 3
-    AnimIn sprite mask
-    AnimOut spritedepth
-    AnimOut sound whoosh
-    SubAnimIn 0 Time = 10
-    SubAnimCount = 1
-    SubAnimIn x widget = a
-    SubAnimOut 3 Time = 10
-    SubAnimIn 0 widget a
-    SubAnimIn 0 widget = nothere
-    SubAnimIn 0 widget = a
-    SubAnimCount = 65537
-}
-)");
-    ASSERT_TRUE(screen);
-    const Log expected = {
-        "...expected: \"^C00FF00style = \"val\"^c\"\f",
-        "...anim style type \"^C00FF00Wobble^c\" unknown\f",
-        "...unknown command for anim: \"^C00FF00Colour^c\"\f",
-        "...expected: \"^C00FF00sprite = val^c\"\f",
-        "...expected: \"^C00FF00spritedepth = val^c\"\f",
-        "...expected: \"^C00FF00sound = val^c\"\f",
-        "...invalid SubAnim id: 0\f",
-        "...expected: \"^C00FF00subanimin id ...^c\"\f",
-        "...invalid SubAnim id: 3\f",
-        "...expected: \"^C00FF00widget = \"val\"^c\"\f",
-        "uiWidget::getWidget(): Unknown name: ^C0000FFnothere^c\f",
-        "uiAnimDialog[^CFFFF00bad^c]: Failed to map subAnim widget: ^CFF0000nothere^c\f",
-        "...line 19: SubAnimCount = 65537 is above the limit of 65536 sub-animations\f",
-    };
-    Log logged;
-    for (const auto& entry : svc.log.entries()) {
-        EXPECT_EQ(entry.severity, 2) << entry.text;
-        logged.push_back(entry.text);
-    }
-    EXPECT_EQ(logged, expected);
-}
-
-TEST_F(AnimDialogTest, MaskSpritesAreGivenBackWithTheDialog) {
-    {
-        testkit::Screen screen(svc, "masked = uiAnimDialog\n{\n child a = uiNonVisualWidget\n {\n }\n"
-                                    " AnimIn sprite = inmask\n AnimOut sprite = outmask\n"
-                                    " AnimOut sprite = outmask2\n SubAnimCount = 1\n SubAnimIn 0 widget = a\n"
-                                    " SubAnimIn 0 sprite = subin\n SubAnimOut 0 sprite = subout\n"
-                                    " SubAnimCount = 1\n SubAnimIn 0 sprite = again\n}\n");
+        testkit::Screen screen(svc,
+                               "bad = uiAnimDialog\n{\n child a = uiNonVisualWidget\n {\n }\n"
+                               " AnimIn style BezierLerp\n AnimIn style = Wobble\n AnimIn Colour = 3\n"
+                               " AnimOut sound whoosh\n SubAnimIn 0 Time = 10\n SubAnimCount = 1\n"
+                               " SubAnimIn x widget = a\n SubAnimIn 0 widget = nothere\n"
+                               " AnimIn sprite = inmask\n AnimOut sprite = outmask\n"
+                               " AnimOut sprite = outmask2\n SubAnimIn 0 sprite = subin\n"
+                               " SubAnimCount = 1\n SubAnimIn 0 sprite = again\n SubAnimCount = 65537\n}\n");
+        ASSERT_TRUE(screen);
+        EXPECT_EQ(svc.log.dump(), "2: ...expected: \"^C00FF00style = \"val\"^c\"\f\n"
+                                  "2: ...anim style type \"^C00FF00Wobble^c\" unknown\f\n"
+                                  "2: ...unknown command for anim: \"^C00FF00Colour^c\"\f\n"
+                                  "2: ...expected: \"^C00FF00sound = val^c\"\f\n"
+                                  "2: ...invalid SubAnim id: 0\f\n"
+                                  "2: ...expected: \"^C00FF00subanimin id ...^c\"\f\n"
+                                  "2: uiWidget::getWidget(): Unknown name: ^C0000FFnothere^c\f\n"
+                                  "2: uiAnimDialog[^CFFFF00bad^c]: Failed to map subAnim widget: "
+                                  "^CFF0000nothere^c\f\n"
+                                  "2: ...line 20: SubAnimCount = 65537 is above the limit of 65536 "
+                                  "sub-animations\f\n");
         EXPECT_EQ(svc.gfx.liveSprites(), 3); // inmask, outmask2, again
     }
     EXPECT_EQ(svc.gfx.liveSprites(), 0);
     EXPECT_EQ(svc.gfx.overReleases(), 0);
 }
 
-// An animated widget never draws its sprite, only the mask of its current record (none until it has
-// animated); it passes visibility to overridden children and gives its masks back.
-TEST_F(AnimDialogTest, AnimatedWidgetDrawsMasksOnlyAndGivesThemBack) {
-    {
-        testkit::Screen screen(svc, "badge = uiAnimWidget\n{\n sprite = icon\n AnimIn style = SpriteMask\n"
-                                    " AnimIn sprite = glow\n AnimIn SpriteVertCount = 1\n"
-                                    " AnimIn SpriteHorzCount = 1\n flags = WF_ACTIVE | WF_VISIBLE\n"
-                                    " child label = uiNonVisualWidget\n {\n"
-                                    "  flags = WF_OVERRIDE_VISIBLE | WF_VISIBLE\n }\n}\n");
-        uiWidget* badge = screen.root();
-        ASSERT_NE(badge, nullptr);
-        ui->setTopLevelWidget(badge);
-        for (int i = 0; i < 3; ++i)
-            EXPECT_TRUE(frame(100).empty());
-        badge->setVisible(false, true);
-        EXPECT_FALSE(screen.find("label")->getVisible());
-        EXPECT_EQ(svc.gfx.liveSprites(), 2); // icon and glow
-    }
-    EXPECT_EQ(svc.gfx.liveSprites(), 0);
-}
-
-// A title that no game code enters (the class has no public header): it starts idle and shows its in
-// record as finished, a mask at its target alpha, where the description placed it.
-const char* const kTitle = R"(title = uiAnimWidget
-{
-    x = 240
-    y = 80
-    AnimIn sprite = logo
-    AnimIn SpriteHorzCount = 2
-    AnimIn SpriteVertCount = 1
-    AnimIn style = SpriteMask
-    AnimIn AlphaTarget = 300
-    AnimIn Loc = 0 0
-    AnimOut style = SpriteMask
-    AnimOut sprite = shade
-    AnimOut AlphaTarget = 90
-    flags = WF_ACTIVE | WF_VISIBLE
-}
-)";
-
-TEST_F(AnimDialogTest, AnimatedWidgetStartsWithItsEntranceFinishedInPlace) {
+// An animated widget never draws its sprite, only the mask of its current record. One that nothing
+// entered starts idle, its in record shown as finished where the description placed it; entering and
+// exiting play the records' sounds; visibility reaches overridden children; its masks go back with it.
+TEST_F(AnimDialogTest, AnimatedWidgetsShowTheirMasksOnlyAndPlayTheirSounds) {
     svc.gfx.defineSprite("logo", 30, 10);
-    testkit::Screen screen(svc, kTitle);
-    ASSERT_TRUE(screen);
-    ui->setTopLevelWidget(screen.root());
-    const int logo = svc.gfx.spriteId("logo");
-    for (int i = 0; i < 2; ++i)
-        EXPECT_EQ(frame(20),
-                  (std::vector<Ints>{{0, logo, 240, 80, 0, 0, 255}, {0, logo, 270, 80, 0, 0, 255}}));
-    EXPECT_EQ(screen->rect.x, 240);
-    EXPECT_EQ(screen->rect.y, 80);
+    {
+        testkit::Screen screen(svc,
+                               "title = uiAnimWidget\n{\n x = 240\n y = 80\n sprite = icon\n"
+                               " AnimIn sprite = logo\n AnimIn SpriteHorzCount = 2\n"
+                               " AnimIn SpriteVertCount = 1\n AnimIn style = SpriteMask\n"
+                               " AnimIn AlphaTarget = 300\n AnimIn Loc = 0 0\n AnimIn sound = ping\n"
+                               " AnimOut style = SpriteMask\n AnimOut sprite = shade\n AnimOut Time = 100\n"
+                               " AnimOut sound = pong\n globalinputfocus = title.nobody\n"
+                               " flags = WF_ACTIVE | WF_VISIBLE\n child label = uiNonVisualWidget\n {\n"
+                               "  flags = WF_OVERRIDE_VISIBLE | WF_VISIBLE\n }\n}\n");
+        auto* title = static_cast<uiAnimWidget*>(screen.root());
+        ASSERT_NE(title, nullptr);
+        EXPECT_TRUE(svc.log.has(2, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00title.nobody^c\f"))
+            << "initialised as every widget is";
+        ui->setTopLevelWidget(title);
+        const int logo = svc.gfx.spriteId("logo");
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(frame(20),
+                      (std::vector<Ints>{{0, logo, 240, 80, 0, 0, 255}, {0, logo, 270, 80, 0, 0, 255}}));
+        EXPECT_EQ(title->rect.x * 1000 + title->rect.y, 240080);
+
+        title->exit();
+        title->enter();
+        EXPECT_EQ(svc.sound.played, (Log{"pong", "ping"}));
+        title->setVisible(false, true);
+        EXPECT_FALSE(screen.find("label")->getVisible());
+        EXPECT_EQ(svc.gfx.liveSprites(), 3); // icon, logo and shade
+    }
+    // A Hidden entrance keeps the widget out of sight while it runs and shows it at its end.
+    testkit::Screen late(svc, "late = uiAnimWidget\n{\n AnimIn style = Hidden\n AnimIn Time = 200\n}\n",
+                         "late.txt");
+    auto* widget = static_cast<uiAnimWidget*>(late.root());
+    ui->setTopLevelWidget(widget);
+    widget->enter();
+    EXPECT_EQ(frames(3, 100, [&] { return int(widget->getVisible()); }), (Ints{0, 1, 1}));
+    EXPECT_EQ(svc.gfx.liveSprites(), 0);
 }
 
 } // namespace

@@ -9,152 +9,35 @@ namespace {
 
 // One widget of each type in its own 100 x 60 cell; radio buttons inside their group, two sprites in a
 // flow layout.
-const char* const kEveryWidget = R"(screen = uiNonVisualWidget
-{
-    width = 800
-    height = 600
-    child plain = uiNonVisualWidget
-    {
-        x = 0
-        width = 100
-        height = 60
-    }
-    child handler = uiInputHandler
-    {
-        x = 100
-        width = 100
-        height = 60
-    }
-    child picture = uiVisualWidget
-    {
-        x = 200
-        sprite = art
-    }
-    child ok = uiButton
-    {
-        x = 300
-        sprite = art
-        rate = 10
-        flags = UIB_HOVER | UIB_PRESSED
-    }
-    child sound = uiToggleButton
-    {
-        x = 400
-        sprite = art
-    }
-    child choice = uiRadioGroup
-    {
-        x = 500
-        width = 100
-        height = 60
-        child easy = uiRadioButton
-        {
-            sprite = art
-        }
-        child hard = uiRadioButton
-        {
-            y = 30
-            sprite = art
-        }
-    }
-    child volume = uiSliderButton
-    {
-        x = 600
-        sprite = art
-        minx = 600
-        maxx = 700
-    }
-    child health = uiProgressBar
-    {
-        y = 100
-        sprite = art
-        smooth = true
-        value = 50
-    }
-    child coin = uiSprite
-    {
-        x = 100
-        y = 100
-        sprite = art
-        rate = 10
-        loop = true
-        animate = true
-    }
-    child sparks = uiParticleSystem
-    {
-        x = 200
-        y = 100
-        file = sparks.psi
-    }
-    child ticker = uiDigitalBanner
-    {
-        x = 300
-        y = 100
-        width = 100
-        height = 20
-        font = small
-    }
-    child box = uiDialog
-    {
-        x = 400
-        y = 100
-        width = 100
-        height = 60
-    }
-    child popup = uiAnimDialog
-    {
-        x = 500
-        y = 100
-        width = 100
-        height = 60
-    }
-    child world = uiGameContainer
-    {
-        x = 600
-        y = 100
-        width = 100
-        height = 60
-    }
-    child badge = uiAnimWidget
-    {
-        x = 700
-        y = 100
-        sprite = art
-    }
-    child title = uiTextWidget
-    {
-        y = 200
-        font = small
-        text = "Score"
-    }
-    child player = uiEntryWidget
-    {
-        x = 100
-        y = 200
-        font = small
-        entryrectx = 100
-        entryrecty = 20
-        cursor = art
-    }
-    child row = uiFlowLayout
-    {
-        x = 200
-        y = 200
-        Width = 200
-        child first = uiVisualWidget
-        {
-            sprite = art
-        }
-        child second = uiVisualWidget
-        {
-            sprite = art
-        }
-    }
-    visible = true
-    active = true
-    inputfocus = true
-}
-)";
+const char* const kEveryWidget =
+    "screen = uiNonVisualWidget\n{\n width = 800\n height = 600\n"
+    " child plain = uiNonVisualWidget\n {\n  width = 100\n  height = 60\n }\n"
+    " child handler = uiInputHandler\n {\n  x = 100\n  width = 100\n  height = 60\n }\n"
+    " child picture = uiVisualWidget\n {\n  x = 200\n  sprite = art\n }\n"
+    " child ok = uiButton\n {\n  x = 300\n  sprite = art\n  rate = 10\n  flags = UIB_HOVER | UIB_PRESSED\n "
+    "}\n"
+    " child sound = uiToggleButton\n {\n  x = 400\n  sprite = art\n }\n"
+    " child choice = uiRadioGroup\n {\n  x = 500\n  width = 100\n  height = 60\n"
+    "  child easy = uiRadioButton\n  {\n   sprite = art\n  }\n"
+    "  child hard = uiRadioButton\n  {\n   y = 30\n   sprite = art\n  }\n }\n"
+    " child volume = uiSliderButton\n {\n  x = 600\n  sprite = art\n  minx = 600\n  maxx = 700\n }\n"
+    " child health = uiProgressBar\n {\n  y = 100\n  sprite = art\n  smooth = true\n  value = 50\n }\n"
+    " child coin = uiSprite\n {\n  x = 100\n  y = 100\n  sprite = art\n  rate = 10\n  loop = true\n"
+    "  animate = true\n }\n"
+    " child sparks = uiParticleSystem\n {\n  x = 200\n  y = 100\n  file = sparks.psi\n }\n"
+    " child ticker = uiDigitalBanner\n {\n  x = 300\n  y = 100\n  width = 100\n  height = 20\n  font = "
+    "small\n }\n"
+    " child box = uiDialog\n {\n  x = 400\n  y = 100\n  width = 100\n  height = 60\n }\n"
+    " child popup = uiAnimDialog\n {\n  x = 500\n  y = 100\n  width = 100\n  height = 60\n }\n"
+    " child world = uiGameContainer\n {\n  x = 600\n  y = 100\n  width = 100\n  height = 60\n }\n"
+    " child badge = uiAnimWidget\n {\n  x = 700\n  y = 100\n  sprite = art\n }\n"
+    " child title = uiTextWidget\n {\n  y = 200\n  font = small\n  text = \"Score\"\n }\n"
+    " child player = uiEntryWidget\n {\n  x = 100\n  y = 200\n  font = small\n  entryrectx = 100\n"
+    "  entryrecty = 20\n  cursor = art\n }\n"
+    " child row = uiFlowLayout\n {\n  x = 200\n  y = 200\n  Width = 200\n"
+    "  child first = uiVisualWidget\n  {\n   sprite = art\n  }\n"
+    "  child second = uiVisualWidget\n  {\n   sprite = art\n  }\n }\n"
+    " visible = true\n active = true\n inputfocus = true\n}\n";
 
 int g_clicks = 0;
 bool countClick(uiWidget*, void*, int, int) {

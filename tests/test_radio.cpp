@@ -2,7 +2,6 @@
 // containers and groups, drawing with the selected look, and the "value" keys.
 #include <gtest/gtest.h>
 #include "screen.h"
-#include "stage.h"
 #include "testkit.h"
 #include "uiradiobutton.h"
 #include "uiradiogroup.h"
@@ -13,14 +12,12 @@ class Radio : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
-    uiRadioGroup* group = nullptr;
+    uiRadioGroup* group = stage.add<uiRadioGroup>("uiRadioGroup", "group", {0, 0, 800, 600});
     uiRadioButton* buttons[4] = {};
 
     // A group over the screen holding buttons with the values 1, 2 and 3 at x 100, 200 and 300.
     void SetUp() override {
         svc.gfx.defineSprite("dot", 50, 50, {2, 2, 2, 2});
-        group = stage.attach(testkit::Stage::make<uiRadioGroup>("uiRadioGroup", "group"));
-        group->rect = {0, 0, 800, 600};
         for (int v = 1; v <= 3; ++v)
             buttons[v] = radio(v, 100 * v, 100, group);
     }
@@ -32,79 +29,65 @@ protected:
         b->setSprite("dot", 0, 0, false);
         return stage.attach(b, parent);
     }
-    std::vector<bool> selection() const {
-        return {buttons[1]->isSelected(), buttons[2]->isSelected(), buttons[3]->isSelected()};
+    std::string selection() const {
+        std::string s;
+        for (int v = 1; v <= 3; ++v)
+            s += buttons[v]->isSelected() ? "1" : "0";
+        return s;
     }
-    // The animations that one rendered frame drew.
     std::vector<int> drawnAnims() {
-        svc.gfx.clear();
-        stage.render(0);
         std::vector<int> anims;
-        for (const testkit::GfxCall& c : svc.gfx.named("blt"))
-            anims.push_back(c.ints[4]);
+        for (const std::vector<int>& b : testkit::renderFrame(svc.gfx, stage.ui(), 0))
+            anims.push_back(b[4]);
         return anims;
+    }
+    void waitOutTheClickGuard() {
+        for (int i = 0; i < 6; ++i)
+            stage.update(16);
     }
 };
 
-int valueSeenByHandler = -2;
-bool onClick(uiWidget* w, void*, int, int) {
-    uiWidget* g = w->getParent();
-    while (!g->isType("uiRadioGroup"))
-        g = g->getParent();
-    valueSeenByHandler = static_cast<uiRadioGroup*>(g)->getValue();
-    return true;
-}
-
-TEST_F(Radio, ReleaseOverAButtonSelectsItInItsGroup) {
-    _WidgetMap_s map{nullptr, nullptr, nullptr, &onClick, nullptr, nullptr, nullptr};
+TEST_F(Radio, ReleaseOverAButtonSelectsItInItsNearestGroup) {
+    static int seenByHandler = -2; // the handler already sees the new selection
+    _WidgetMap_s map{};
+    map.mouseUpCb = [](uiWidget* w, void*, int, int) {
+        seenByHandler = static_cast<uiRadioGroup*>(w->getParent())->getValue();
+        return true;
+    };
     buttons[2]->assignCallbacks(&map, nullptr);
     buttons[1]->select(true);
     stage.click(210, 110);
-    EXPECT_EQ(selection(), std::vector<bool>({false, true, false}));
-    EXPECT_EQ(group->getValue(), 2);
-    EXPECT_EQ(valueSeenByHandler, 2); // the handler already sees the new selection
-
-    // Pressed elsewhere, released over button 3: selected, though no click completes.
-    stage.press(600, 500);
+    EXPECT_EQ(selection() + " " + std::to_string(group->getValue()) + " " + std::to_string(seenByHandler),
+              "010 2 2");
+    stage.press(600, 500); // pressed elsewhere, released over button 3: selected, though no click completes
     stage.move(310, 110);
     stage.release(310, 110);
     EXPECT_EQ(group->getValue(), 3);
-    // Pressed over button 1, released elsewhere: nothing changes.
-    for (int i = 0; i < 6; ++i)
-        stage.update(16);
-    stage.move(110, 110);
+    waitOutTheClickGuard();
+    stage.move(110, 110); // pressed over button 1, released elsewhere: nothing changes
     stage.press(110, 110);
     stage.release(600, 500);
     EXPECT_EQ(group->getValue(), 3);
-
     group->setValue(7);
-    EXPECT_EQ(selection(), std::vector<bool>({false, false, false}));
-    EXPECT_EQ(group->getValue(), -1);
-}
+    EXPECT_EQ(selection() + " " + std::to_string(group->getValue()), "000 -1");
 
-TEST_F(Radio, NestedContainersTakePartNestedGroupsDoNot) {
-    uiWidget* panel = stage.attach(testkit::Stage::make("uiNonVisualWidget", "panel"), group);
-    panel->rect = {0, 300, 800, 400};
+    // Nested containers take part, nested groups do not.
+    uiWidget* panel = stage.add("uiNonVisualWidget", "panel", {0, 300, 800, 400}, group);
     uiRadioButton* deep = radio(4, 100, 0, panel);
-    auto* inner = stage.attach(testkit::Stage::make<uiRadioGroup>("uiRadioGroup", "inner"), group);
-    inner->rect = {0, 450, 800, 600};
+    auto* inner = stage.add<uiRadioGroup>("uiRadioGroup", "inner", {0, 450, 800, 600}, group);
     uiRadioButton* own = radio(2, 100, 0, inner);
-
+    waitOutTheClickGuard();
     stage.click(110, 310);
     EXPECT_TRUE(deep->isSelected());
-    EXPECT_EQ(group->getValue(), 4);
-    EXPECT_EQ(selection(), std::vector<bool>({false, false, false}));
-
+    EXPECT_EQ(selection() + " " + std::to_string(group->getValue()), "000 4");
     group->setValue(2); // the inner group's button of the same value stays as it is
     EXPECT_FALSE(own->isSelected());
-    for (int i = 0; i < 6; ++i)
-        stage.update(16);
+    waitOutTheClickGuard();
     stage.click(110, 460);
     EXPECT_TRUE(own->isSelected());
     EXPECT_EQ(inner->getValue(), 2);
-    EXPECT_EQ(selection(), std::vector<bool>({false, true, false}));
+    EXPECT_EQ(selection(), "010");
     EXPECT_FALSE(deep->isSelected());
-
     // Several selected: the first in child order (newest first, depth first) wins.
     buttons[1]->select(true);
     buttons[3]->select(true);
@@ -112,65 +95,61 @@ TEST_F(Radio, NestedContainersTakePartNestedGroupsDoNot) {
     buttons[3]->select(false);
     buttons[2]->select(false);
     EXPECT_EQ(group->getValue(), 1);
-}
-
-TEST_F(Radio, WithoutAGroupNothingIsSelectedAndWithoutASpriteNothingDrawn) {
+    // Without a group nothing is selected.
     uiRadioButton* loose = radio(5, 500, 500, nullptr);
+    waitOutTheClickGuard();
     stage.click(510, 510);
     EXPECT_FALSE(loose->isSelected());
-
-    auto* bare = testkit::Stage::make<uiRadioButton>("uiRadioButton", "bare");
-    bare->rect = {0, 0, 10, 10};
-    bare->select(true);
-    stage.attach(bare, group);
-    EXPECT_EQ(drawnAnims().size(), 4u); // the three of the group and the loose one
 }
 
 TEST_F(Radio, SelectedDrawsAsPressedAndTheThreeAnimationLayoutHidesIdle) {
     group->setWidgetStates(false, false, false, true);
+    auto* bare = testkit::Stage::make<uiRadioButton>("uiRadioButton", "bare"); // no sprite: nothing drawn
+    bare->rect = {0, 0, 10, 10};
+    bare->select(true);
+    stage.attach(bare);
     uiRadioButton* b = radio(1, 500, 500, nullptr, UIB_HOVER | UIB_PRESSED | UIB_DONTDRAWIDLE);
     b->setParticleSystem("fx.psi");
-    EXPECT_EQ(drawnAnims(), std::vector<int>());
-    stage.move(510, 510);
-    EXPECT_EQ(drawnAnims(), std::vector<int>({0}));
-    b->select(true);
-    EXPECT_EQ(drawnAnims(), std::vector<int>({1}));
-    b->disable();
-    EXPECT_EQ(drawnAnims(), std::vector<int>({2}));
-
-    b->enable();
-    b->select(false);
-    b->resetPsys();
-    stage.move(0, 0);
-    EXPECT_EQ(drawnAnims(), std::vector<int>()); // undrawn, but its particles are drawn
-    EXPECT_EQ(svc.gfx.count("psemit"), 1);
-
-    b->setWidgetFlags(b->getWidgetFlags() & ~UIB_DONTDRAWIDLE);
-    EXPECT_EQ(drawnAnims(), std::vector<int>({0}));
-    stage.move(510, 510);
-    EXPECT_EQ(drawnAnims(), std::vector<int>({1}));
-    b->select(true);
-    EXPECT_EQ(drawnAnims(), std::vector<int>({2}));
-    b->disable();
-    EXPECT_EQ(drawnAnims(), std::vector<int>({3}));
+    std::vector<int> anims;
+    auto look = [&](int x, bool select, bool disable) {
+        stage.move(x, 510);
+        b->select(select);
+        if (disable) b->disable();
+        const std::vector<int> drawn = drawnAnims();
+        anims.push_back(drawn.empty() ? -1 : drawn[0]);
+        b->enable();
+    };
+    for (bool threeAnims : {true, false}) {
+        if (!threeAnims) b->setWidgetFlags(b->getWidgetFlags() & ~UIB_DONTDRAWIDLE);
+        look(0, false, false);
+        look(510, false, false);
+        look(510, true, false);
+        look(510, true, true);
+        if (threeAnims) {
+            b->select(false);
+            b->resetPsys();
+            stage.move(0, 0);
+            EXPECT_TRUE(drawnAnims().empty()); // undrawn, but its particles are drawn
+            EXPECT_EQ(svc.gfx.count("psemit"), 1);
+        }
+    }
+    EXPECT_EQ(anims, (std::vector<int>{-1, 0, 1, 2, 0, 1, 2, 3}));
 }
 
 TEST_F(Radio, DescriptionKeysAndHotkeys) {
-    testkit::Screen screen(svc, "g = uiRadioGroup\n{\n value = 2\n"
-                                " child a = uiRadioButton\n {\n  sprite = dot\n  value = 1\n }\n"
-                                " child b = uiRadioButton\n {\n  sprite = dot\n  value = 2\n  x = 100\n"
-                                "  hotkey = KEY_ENTER\n }\n"
-                                " value = 2\n value = two\n value\n"
-                                " flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n");
-    ASSERT_TRUE(screen);
+    testkit::Screen screen(
+        svc, "g = uiRadioGroup\n{\n value = 2\n child a = uiRadioButton\n {\n  sprite = dot\n"
+             "  value = 1\n }\n child b = uiRadioButton\n {\n  sprite = dot\n  value = 2\n  x = 100\n"
+             "  hotkey = KEY_ENTER\n }\n value = 2\n value = two\n value\n"
+             " flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n");
     auto* g = static_cast<uiRadioGroup*>(screen.root());
     auto* a = static_cast<uiRadioButton*>(screen.find("a"));
     auto* b = static_cast<uiRadioButton*>(screen.find("b"));
+    ASSERT_TRUE(g && a && b);
     EXPECT_EQ(a->getValue(), 1);
     EXPECT_EQ(g->getValue(), 2); // the value after the children; malformed ones changed nothing
     EXPECT_TRUE(b->isSelected());
     EXPECT_EQ(svc.log.count(), 2) << svc.log.dump();
-
     // The hotkey clicks but does not select.
     stage.ui().setTopLevelWidget(g);
     a->select(true);
@@ -179,11 +158,9 @@ TEST_F(Radio, DescriptionKeysAndHotkeys) {
     EXPECT_EQ(svc.sound.played.back(), "click");
     EXPECT_EQ(g->getValue(), 1);
     stage.ui().setTopLevelWidget(stage.root());
-
     testkit::Screen early(
         svc, "g = uiRadioGroup\n{\n value = 1\n child a = uiRadioButton\n {\n  value = 1\n }\n}\n",
         "early.txt");
-    ASSERT_TRUE(early);
     EXPECT_EQ(static_cast<uiRadioGroup*>(early.root())->getValue(), -1); // no button existed yet
 }
 

@@ -80,17 +80,14 @@ TEST_F(TreeWalk, GameClassesDerivedFromLibraryClassesKeepTheirHooks) {
     auto* gameButton = stage.attach(named(new GameButton, "gb", {5, 5, 105, 45}), mine);
     gameButton->setSprite("ok", 0, 0, true);
     button("plain", {200, 0, 300, 40}, outer);
-
     EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{300, 50}, {115, 75}}));
-    EXPECT_EQ(seen, (std::vector<std::string>{"mine update 100,50", "mine render 100,50"}));
-
-    // A move far from everything still reaches the game's hooks, in the space of each.
-    seen.clear();
+    // A move far from everything still reaches the game's hooks, in the space of each; over the game's
+    // button it hovers like any button.
     stage.move(5, 580);
-    EXPECT_EQ(seen, (std::vector<std::string>{"mine input0 -95,530", "gb input0 -105,510"}));
-    seen.clear();
-    stage.move(120, 80); // over the game's button: it hovers like any button
-    EXPECT_EQ(seen, (std::vector<std::string>{"mine input0 20,30", "gb input0 10,10"}));
+    stage.move(120, 80);
+    EXPECT_EQ(seen,
+              (std::vector<std::string>{"mine update 100,50", "mine render 100,50", "mine input0 -95,530",
+                                        "gb input0 -105,510", "mine input0 20,30", "gb input0 10,10"}));
     EXPECT_TRUE(gameButton->isHovering());
     EXPECT_EQ(svc.sound.played, std::vector<std::string>({"highlight"}));
 }
@@ -98,61 +95,52 @@ TEST_F(TreeWalk, GameClassesDerivedFromLibraryClassesKeepTheirHooks) {
 TEST_F(TreeWalk, ContainersAndButtonsFollowTheStatesAndCoordinates) {
     uiWidget* outer = panel("outer", {100, 50, 700, 550});
     uiWidget* inner = panel("inner", {10, 20, 400, 400}, outer);
-    button("a", {5, 5, 105, 45}, inner);
+    uiButton* a = button("a", {5, 5, 105, 45}, inner);
     uiButton* b = button("b", {30, 60, 130, 100}, outer);
     EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {115, 75}}));
-
     // Absolute coordinates on a panel start its subtree again from the screen's corner.
     inner->setWidgetFlags(inner->getWidgetFlags() | WF_ROOT_COORDS);
     EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {15, 25}}));
-
     // A hidden panel draws nothing below it; an inactive one stops its buttons' animations.
     inner->setVisible(false, false);
     EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}}));
     outer->setActive(false, false);
     b->setFrame(2);
     draws();
-    EXPECT_EQ(b->getFrame(), 2);
     stage.update(5000);
     EXPECT_EQ(b->getFrame(), 2);
     outer->setActive(true, false);
     stage.update(1001);
     EXPECT_EQ(b->getFrame(), 3);
-
     // A button with absolute coordinates is hit where its rectangle lies on the screen.
     b->setWidgetFlags(b->getWidgetFlags() | WF_ROOT_COORDS);
     stage.move(40, 70);
     EXPECT_TRUE(b->isHovering());
     stage.move(140, 120);
     EXPECT_FALSE(b->isHovering());
+
+    // A new animation set by the game restarts at the next event, wherever the pointer is.
+    a->setAnim(2);
+    a->setFrame(3);
+    stage.move(600, 500);
+    EXPECT_EQ(a->getFrame(), 0);
+    a->setFrame(3);
+    stage.move(600, 510);
+    EXPECT_EQ(a->getFrame(), 3);
 }
 
 TEST_F(TreeWalk, AMoveOutsideAButtonDoesWhatEnteringItWouldDo) {
     uiWidget* outer = panel("outer", {100, 50, 700, 550});
     uiButton* b = button("b", {0, 0, 60, 40}, outer); // narrower than its 100-pixel sprite
     draws();
-
-    // A new animation set by the game restarts at the next event, wherever the pointer is.
-    b->setAnim(2);
-    b->setFrame(3);
-    stage.move(600, 500);
-    EXPECT_EQ(b->getFrame(), 0);
-    b->setFrame(3);
-    stage.move(600, 510);
-    EXPECT_EQ(b->getFrame(), 3);
-
-    // Hover starts and ends through the panel.
-    stage.move(150, 60);
+    stage.move(150, 60); // hover starts and ends through the panel
     EXPECT_TRUE(b->isHovering());
     stage.move(600, 500);
     EXPECT_FALSE(b->isHovering());
-    EXPECT_EQ(svc.sound.played, std::vector<std::string>({"highlight"}));
-
     // A release takes the button off the top of the input-focus stack, also when it comes through the tree.
     stage.ui().pushInputFocusWidget(b);
     stage.root()->inputEvent(UIE_MOUSE_UP, 600, 500, 0, true, false);
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
-
     // An alpha-tested sprite decides alone, also beyond the rectangle.
     svc.gfx.setAlphaMask("ok", [](int, int, int x, int) { return x < 80; });
     b->setWidgetFlags(b->getWidgetFlags() | WF_ALPHA_TEST);

@@ -49,131 +49,22 @@ const char* const kPanelHead = "panel = uiNonVisualWidget\n{\n";
 
 } // namespace
 
-TEST_F(Uilint, ACleanScreenWithIncludesAndScriptletsPasses) {
+TEST_F(Uilint, ACleanScreenWithIncludesAndScriptletsPassesAndAssetsAreCheckedOnlyWhenAsked) {
     write("menu.txt",
-          std::string(kPanelHead) +
-              "    width = 100\n    child ok = uiButton\n    {\n        sprite = \"ok\"\n    }\n"
-              "    child #parts/options.txt\n    #scriptlet common.txt\n    globalinputfocus = panel.ok\n}\n"
-              "/*\n  comments after the object are fine\n*/\n");
+          std::string(kPanelHead) +                                                      // 1-2
+              "    child ok = uiButton\n    {\n"                                         // 3-4
+              "        sprite = \"buttons/ok\"\n        flags = WF_ACTIVE\n    }\n"      // 5-7
+              "    child no = uiButton\n    {\n"                                         // 8-9
+              "        sprite = \"missing\"\n        flags = WF_ACTIVE\n"                // 10-11
+              "        clicksound = \"clack\"\n        highlightsound = \"ding\"\n"      // 12-13
+              "        particlesystem = \"sparks.psi\"\n    }\n"                         // 14-15
+              "    child off = uiSprite\n    {\n        sprite = \"asleep\"\n    }\n"    // 16-19
+              "    child label = uiTextWidget\n    {\n        font = \"serif\"\n    }\n" // 20-23
+              "    child #parts/options.txt\n    #scriptlet common.txt\n"
+              "    globalinputfocus = panel.ok\n}\n/*\n  comments after the object are fine\n*/\n");
     write("parts/options.txt", "options = uiInputHandler\n{\n    x = 4\n}\n");
     // A scriptlet has no root object: lines after a child's block are its own.
     write("common.txt", "x = 0\nchild tip = uiInputHandler\n{\n}\ny = 0\n");
-    EXPECT_EQ(run("menu.txt"), 0) << output;
-    EXPECT_EQ(output, "");
-}
-
-TEST_F(Uilint, ReportsUnknownNamesAtTheirLines) {
-    write("menu.txt", "menu = uiAnimDialog\n{\n"                 // 1-2
-                      "    colour = 5\n"                         // 3: key
-                      "    flags = WF_VISIBLE | WF_NOPE\n"       // 4: flag
-                      "    child a = uiNoSuchType\n"             // 5: type
-                      "    AnimIn style = Wobble\n"              // 6: animation style
-                      "    AnimOut Spin = 3\n"                   // 7: animation command
-                      "    depth = deep\n"                       // 8: depth name
-                      "    child ok = uiButton\n    {\n"         // 9-10
-                      "        hotkey = KEY_PANIC\n    }\n}\n"); // 11: hotkey
-    EXPECT_EQ(run("menu.txt"), 1);
-    EXPECT_EQ(output, "menu.txt:3: error: [menu:3] Unknown parameter: colour\n"
-                      "menu.txt:4: error: Unknown flag: WF_NOPE\n"
-                      "menu.txt:5: error: attempt to instance an invalid ui type: \"uiNoSuchType\"\n"
-                      "menu.txt:5: error: failed to alloc widget: a of type uiNoSuchType\n"
-                      "menu.txt:5: error: failed to create child for: menu\n"
-                      "menu.txt:6: error: anim style type \"Wobble\" unknown\n"
-                      "menu.txt:7: error: unknown command for anim: \"Spin\"\n"
-                      "menu.txt:8: warning: Unknown depth value: deep\n"
-                      "menu.txt:11: error: unknown hotkey: \"KEY_PANIC\"\n");
-}
-
-TEST_F(Uilint, ReportsMalformedValuesAndMissingEquals) {
-    write("menu.txt", "menu = uiNonVisualWidget\n{\n"           // 1-2
-                      "    x = abc\n"                           // 3
-                      "    visible = yes\n"                     // 4
-                      "    depth 3\n"                           // 5
-                      "    flags = WF_VISIBLE WF_ACTIVE\n"      // 6
-                      "    child name = uiEntryWidget\n    {\n" // 7-8
-                      "        entrywidth = 12px\n"             // 9
-                      "        cursor caret\n"                  // 10
-                      "    }\n"                                 // 11
-                      "    globalinputfocus\n}\n");             // 12
-    EXPECT_EQ(run("menu.txt"), 1);
-    EXPECT_EQ(output, "menu.txt:3: error: line 3: expected: x = INT\n"
-                      "menu.txt:4: error: Expected: true or false\n"
-                      "menu.txt:5: error: expected: \"depth = val\"\n"
-                      "menu.txt:6: error: Invalid syntax: expected \"|\"\n"
-                      "menu.txt:9: error: expected: \"entrywidth = val\"\n"
-                      "menu.txt:10: error: expected: \"cursor = \"val\"\"\n"
-                      "menu.txt:12: error: expected: \"globalinputfocus = val\"\n");
-}
-
-TEST_F(Uilint, ReportsUnbalancedBracesAndUnclosedComments) {
-    write("open.txt", std::string(kPanelHead) + "    x = 1\n    /*\n    y = 2\n");
-    // One "}" too many closes the root early: the rest of the file is never read.
-    write("extra.txt", std::string(kPanelHead) + "    child a = uiButton\n    {\n    }\n    }\n"
-                                                 "    /*\n    a comment is not text\n    */\n    x = 3\n}\n");
-    // A "{" on the header line is not read: the block never opens and its lines are skipped.
-    write("noopen.txt", "panel = uiNonVisualWidget {\n    x = 1\n}\n");
-    write("late.txt", std::string("panel = uiNonVisualWidget\n    x = 1\n/*\n*/\n{\n}\n"));
-    EXPECT_EQ(run("open.txt extra.txt noopen.txt late.txt"), 1);
-    EXPECT_EQ(output,
-              "open.txt:4: error: [open.txt:4] comment never closed: */ missing\n"
-              "open.txt:2: error: [open.txt:2] block of panel never closed: } missing\n"
-              "extra.txt:10: error: text after the closing } of panel is not read\n"
-              "noopen.txt:1: error: block of panel never opened: { missing; its lines up to } are ignored\n"
-              "late.txt:2: warning: line before the { of panel is ignored\n");
-}
-
-TEST_F(Uilint, ReportsIncludesAndScriptletsThatAreMissingOrCyclic) {
-    write("sub/menu.txt", std::string(kPanelHead) + "    child #gone.txt\n    #scriptlet nothere.txt\n"
-                                                    "    child #loop.txt\n}\n");
-    write("sub/loop.txt", "loop = uiNonVisualWidget\n{\n    child #loop.txt\n}\n");
-    EXPECT_EQ(run("sub/menu.txt"), 1);
-    EXPECT_EQ(output,
-              "sub/menu.txt:3: error: uiSubsystem: could not open file: \"gone.txt\"\n"
-              "sub/menu.txt:3: error: failed to create child for: panel\n"
-              "sub/menu.txt:4: error: uiSubsystem: could not open file: \"nothere.txt\"\n"
-              "sub/loop.txt:3: error: [loop.txt:3] include cycle: loop.txt is already being read; skipped\n"
-              "sub/loop.txt:3: error: failed to create child for: loop\n");
-}
-
-TEST_F(Uilint, ReportsUnresolvedPathsAtTheKeyThatNamedThem) {
-    write("menu.txt", "menu = uiAnimDialog\n{\n"                 // 1-2
-                      "    SubAnimCount = 1\n"                   // 3
-                      "    child ok = uiButton\n    {\n"         // 4-5
-                      "        globalinputfocus = menu.nobody\n" // 6: resolved after loading
-                      "    }\n"                                  // 7
-                      "    SubAnimIn 0 widget = menu.gone\n"     // 8
-                      "    tabentry = menu.ghost\n"              // 9
-                      "    globalinputfocus = menu.ok\n"         // 10: fine
-                      "    #scriptlet focus.txt\n}\n");          // 11
-    write("focus.txt", "globalinputfocus = menu.nobody\n");
-    // A widget that joins the tab order of the dialogs above it, with none above.
-    write("lone.txt", "lone = uiNonVisualWidget\n{\n    tabentry\n}\n");
-    // Lines end as the parser ends them: CR LF and a lone CR count once.
-    write("crlf.txt", "crlf = uiNonVisualWidget\r\n{\r\r\n    globalinputfocus = crlf.x\r\n}\r\n");
-    EXPECT_EQ(run("menu.txt lone.txt crlf.txt"), 1);
-    EXPECT_EQ(output, "menu.txt:8: error: uiWidget::getWidget(): Unknown name: menu.gone\n"
-                      "menu.txt:8: error: uiAnimDialog[menu]: Failed to map subAnim widget: menu.gone\n"
-                      "menu.txt:9: error: uiWidget::getWidget(): Unknown name: menu.ghost\n"
-                      "menu.txt:9: error: tabentry: \"menu.ghost does not exist.\n"
-                      "menu.txt:6: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
-                      "focus.txt:1: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
-                      "menu.txt:6: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
-                      "focus.txt:1: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
-                      "lone.txt:3: warning: tabentry: no dialog above lone; the key does nothing\n"
-                      "crlf.txt:4: error: uiWidget::getWidget(): Unknown name: crlf.x\n"
-                      "crlf.txt:4: error: addGlobalInputFocusWidget(): unknown widget: crlf.x\n");
-}
-
-TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
-    write("menu.txt", std::string(kPanelHead) +                                                   // lines 1-2
-                          "    child ok = uiButton\n    {\n"                                      // 3-4
-                          "        sprite = \"buttons/ok\"\n        flags = WF_ACTIVE\n    }\n"   // 5-7
-                          "    child no = uiButton\n    {\n"                                      // 8-9
-                          "        sprite = \"missing\"\n        flags = WF_ACTIVE\n"             // 10-11
-                          "        clicksound = \"clack\"\n        highlightsound = \"ding\"\n"   // 12-13
-                          "        particlesystem = \"sparks.psi\"\n    }\n"                      // 14-15
-                          "    child off = uiSprite\n    {\n        sprite = \"asleep\"\n    }\n" // 16-19
-                          "    child label = uiTextWidget\n    {\n        font = \"serif\"\n    }\n}\n");
     write("assets/buttons/ok.png", "png");
     write("assets/ding.wav", "wav");
     EXPECT_EQ(run("menu.txt"), 0) << output;
@@ -194,4 +85,73 @@ TEST_F(Uilint, ChecksAssetsOnlyWhenAskedAndPrintsJson) {
                       "found in the asset folder: missing\"},{\"file\":\"menu.txt\",\"line\":18,\"severity\":"
                       "\"error\",\"message\":\"sprite not found in the asset folder: asleep\"}]\n");
     EXPECT_EQ(run("--format yaml menu.txt"), 2);
+}
+
+TEST_F(Uilint, ReportsUnknownNamesMalformedValuesAndUnresolvedPathsAtTheirLines) {
+    write("menu.txt", "menu = uiAnimDialog\n{\n"                 // 1-2
+                      "    colour = 5\n"                         // 3: key
+                      "    flags = WF_VISIBLE | WF_NOPE\n"       // 4: flag
+                      "    child a = uiNoSuchType\n"             // 5: type
+                      "    AnimIn style = Wobble\n"              // 6: animation style
+                      "    depth = deep\n"                       // 7: depth name
+                      "    x = abc\n"                            // 8
+                      "    visible = yes\n"                      // 9
+                      "    SubAnimCount = 1\n"                   // 10
+                      "    child ok = uiButton\n    {\n"         // 11-12
+                      "        hotkey = KEY_PANIC\n"             // 13
+                      "        globalinputfocus = menu.nobody\n" // 14: resolved after loading
+                      "    }\n"                                  // 15
+                      "    SubAnimIn 0 widget = menu.gone\n"     // 16
+                      "    tabentry = menu.ghost\n"              // 17
+                      "    #scriptlet focus.txt\n}\n");          // 18
+    write("focus.txt", "globalinputfocus = menu.nobody\n");
+    // A widget that joins the tab order of the dialogs above it, with none above; lines end as the parser
+    // ends them: a lone CR and CR LF count once each.
+    write("lone.txt", "lone = uiNonVisualWidget\r\n{\r\r\n    tabentry\r\n    globalinputfocus\n}\r\n");
+    EXPECT_EQ(run("menu.txt lone.txt"), 1);
+    EXPECT_EQ(output, "menu.txt:3: error: [menu:3] Unknown parameter: colour\n"
+                      "menu.txt:4: error: Unknown flag: WF_NOPE\n"
+                      "menu.txt:5: error: attempt to instance an invalid ui type: \"uiNoSuchType\"\n"
+                      "menu.txt:5: error: failed to alloc widget: a of type uiNoSuchType\n"
+                      "menu.txt:5: error: failed to create child for: menu\n"
+                      "menu.txt:6: error: anim style type \"Wobble\" unknown\n"
+                      "menu.txt:7: warning: Unknown depth value: deep\n"
+                      "menu.txt:8: error: line 8: expected: x = INT\n"
+                      "menu.txt:9: error: Expected: true or false\n"
+                      "menu.txt:13: error: unknown hotkey: \"KEY_PANIC\"\n"
+                      "menu.txt:16: error: uiWidget::getWidget(): Unknown name: menu.gone\n"
+                      "menu.txt:16: error: uiAnimDialog[menu]: Failed to map subAnim widget: menu.gone\n"
+                      "menu.txt:17: error: uiWidget::getWidget(): Unknown name: menu.ghost\n"
+                      "menu.txt:17: error: tabentry: \"menu.ghost does not exist.\n"
+                      "menu.txt:14: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
+                      "focus.txt:1: error: uiWidget::getWidget(): Unknown name: menu.nobody\n"
+                      "menu.txt:14: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
+                      "focus.txt:1: error: addGlobalInputFocusWidget(): unknown widget: menu.nobody\n"
+                      "lone.txt:4: warning: tabentry: no dialog above lone; the key does nothing\n"
+                      "lone.txt:5: error: expected: \"globalinputfocus = val\"\n");
+}
+
+TEST_F(Uilint, ReportsBracesCommentsIncludesAndScriptletsThatAreMissingOrCyclic) {
+    write("open.txt", std::string(kPanelHead) + "    x = 1\n    /*\n    y = 2\n");
+    // One "}" too many closes the root early: the rest of the file is never read.
+    write("extra.txt", std::string(kPanelHead) + "    child a = uiButton\n    {\n    }\n    }\n"
+                                                 "    /*\n    a comment is not text\n    */\n    x = 3\n}\n");
+    // A "{" on the header line is not read: the block never opens and its lines are skipped.
+    write("noopen.txt", "panel = uiNonVisualWidget {\n    x = 1\n}\n");
+    write("late.txt", std::string("panel = uiNonVisualWidget\n    x = 1\n/*\n*/\n{\n}\n"));
+    write("sub/menu.txt", std::string(kPanelHead) + "    child #gone.txt\n    #scriptlet nothere.txt\n"
+                                                    "    child #loop.txt\n}\n");
+    write("sub/loop.txt", "loop = uiNonVisualWidget\n{\n    child #loop.txt\n}\n");
+    EXPECT_EQ(run("open.txt extra.txt noopen.txt late.txt sub/menu.txt"), 1);
+    EXPECT_EQ(output,
+              "open.txt:4: error: [open.txt:4] comment never closed: */ missing\n"
+              "open.txt:2: error: [open.txt:2] block of panel never closed: } missing\n"
+              "extra.txt:10: error: text after the closing } of panel is not read\n"
+              "noopen.txt:1: error: block of panel never opened: { missing; its lines up to } are ignored\n"
+              "late.txt:2: warning: line before the { of panel is ignored\n"
+              "sub/menu.txt:3: error: uiSubsystem: could not open file: \"gone.txt\"\n"
+              "sub/menu.txt:3: error: failed to create child for: panel\n"
+              "sub/menu.txt:4: error: uiSubsystem: could not open file: \"nothere.txt\"\n"
+              "sub/loop.txt:3: error: [loop.txt:3] include cycle: loop.txt is already being read; skipped\n"
+              "sub/loop.txt:3: error: failed to create child for: loop\n");
 }

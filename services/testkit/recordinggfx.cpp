@@ -46,6 +46,20 @@ std::vector<GfxCall> RecordingGfx::named(const std::string& fn) const {
     return out;
 }
 
+std::vector<std::vector<int>> RecordingGfx::ints(const std::string& fn) const {
+    std::vector<std::vector<int>> out;
+    for (const GfxCall& c : named(fn))
+        out.push_back(c.ints);
+    return out;
+}
+
+std::vector<std::string> RecordingGfx::texts(const std::string& fn) const {
+    std::vector<std::string> out;
+    for (const GfxCall& c : named(fn))
+        out.push_back(c.text);
+    return out;
+}
+
 int RecordingGfx::count(const std::string& fn) const {
     std::lock_guard<std::mutex> guard(m_lock);
     return static_cast<int>(

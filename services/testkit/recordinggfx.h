@@ -37,6 +37,8 @@ public:
 
     void clear(); // forgets the recorded calls only
     std::vector<GfxCall> named(const std::string& fn) const;
+    std::vector<std::vector<int>> ints(const std::string& fn) const; // the int arguments of each call of fn
+    std::vector<std::string> texts(const std::string& fn) const;     // the text argument of each call of fn
     int count(const std::string& fn) const;
 
     void defineSprite(const std::string& name, int w, int h, std::vector<int> framesPerAnim = {1});

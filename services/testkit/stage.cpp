@@ -21,4 +21,11 @@ void Stage::click(int x, int y) {
     release(x, y);
 }
 
+std::vector<std::vector<int>> renderFrame(RecordingGfx& gfx, uiSubsystem& ui, unsigned int ms,
+                                          const std::string& fn) {
+    gfx.clear();
+    ui.render(ms);
+    return gfx.ints(fn);
+}
+
 } // namespace testkit

@@ -1,6 +1,7 @@
 // A screen built in code, driven the way a game drives the library: a subsystem and a full-screen root
 // (active, visible, taking input) set as the top-level widget. Construct it after testkit::Services.
 #pragma once
+#include "recordinggfx.h"
 #include "uisubsystem.h"
 #include "uiwidget.h"
 
@@ -52,5 +53,10 @@ private:
     uiSubsystem m_ui;
     uiWidget* m_root = nullptr;
 };
+
+// Forgets what `gfx` recorded, renders one frame of `ms` through `ui` and returns the int arguments of the
+// frame's `fn` calls, in drawing order.
+std::vector<std::vector<int>> renderFrame(RecordingGfx& gfx, uiSubsystem& ui, unsigned int ms,
+                                          const std::string& fn = "blt");
 
 } // namespace testkit

@@ -41,25 +41,12 @@ protected:
 };
 UI_DEFINE_WIDGET(Radar, uiVisualWidget, "game.cpp")
 
-const char* const kScreen = "hud = uiNonVisualWidget\n"
-                            "{\n"
-                            "    width = 800\n"
-                            "    height = 600\n"
-                            "    child radar = Radar\n"
-                            "    {\n"
-                            "        x = 600\n"
-                            "        y = 20\n"
-                            "        sprite = \"radar\"\n"
-                            "        range = 250\n"
-                            "    }\n"
-                            "    flags = WF_VISIBLE | WF_ACTIVE | WF_INPUT_FOCUS\n"
-                            "}\n";
+const char* const kScreen = "hud = uiNonVisualWidget\n{\n    width = 800\n    height = 600\n"
+                            "    child radar = Radar\n    {\n        x = 600\n        y = 20\n"
+                            "        sprite = \"radar\"\n        range = 250\n    }\n"
+                            "    flags = WF_VISIBLE | WF_ACTIVE | WF_INPUT_FOCUS\n}\n";
 
 int clicks = 0;
-bool onRadarClick(uiWidget*, void*, int, int) {
-    ++clicks;
-    return true;
-}
 
 } // namespace
 
@@ -88,7 +75,7 @@ int main() {
     if (!radar) return 1;
     check(std::strcmp(radar->getType(), "Radar") == 0 && radar->isType("uiVisualWidget"), "type identity");
     check(radar->range == 250, "the game's own key reached its widget");
-    radar->mouseUpCb = &onRadarClick;
+    radar->mouseUpCb = [](uiWidget*, void*, int, int) { return ++clicks > 0; };
 
     const unsigned long long firstFrame = uiWidget::s_frameNumber;
     for (int i = 0; i < 3; ++i)
@@ -101,9 +88,8 @@ int main() {
               blts.back().ints[3] == 20,
           "the radar's sprite was drawn at its place each frame");
 
-    ui->inputEvent(UIE_MOUSE_MOVE, 650, 70, 0);
-    ui->inputEvent(UIE_MOUSE_DOWN, 650, 70, 0);
-    ui->inputEvent(UIE_MOUSE_UP, 650, 70, 0);
+    for (e_uiEvent e : {UIE_MOUSE_MOVE, UIE_MOUSE_DOWN, UIE_MOUSE_UP})
+        ui->inputEvent(e, 650, 70, 0);
     check(clicks == 1, "a click on the radar reached the game's callback");
 
     ui->shutdown();
