@@ -18,7 +18,7 @@ SHOTS = [
     ("game-options", "game", "frame0161"), ("game-levels", "game", "frame0221"),
     ("game-loading", "game", "frame0266"), ("game-play", "game", "frame0551"),
     ("game-pause", "game", "frame0581"), ("game-results", "game", "frame1511"),
-    ("game-name", "game", "frame1576"), ("game-scores", "game", "frame1616"),
+    ("game-name", "game", "frame1596"), ("game-scores", "game", "frame1636"),
     ("example-menu", "menu", "frame117"), ("example-options", "options", "frame064"),
     ("example-entry", "entry", "frame085"), ("example-levels", "levels", "frame060"),
     ("example-loading", "loading", "frame070"), ("example-scoreboard", "scoreboard", "frame185"),
