@@ -40,10 +40,6 @@ void FileWatch::add(const std::string& path) {
     watchFolder(path);
 }
 
-void FileWatch::remove(const std::string& path) {
-    m_files.erase(path);
-}
-
 // Folders, not files: editors save by writing a new file and renaming it over the old one.
 void FileWatch::watchFolder(const std::string& path) {
 #ifdef __linux__

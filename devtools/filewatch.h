@@ -19,7 +19,6 @@ public:
 
     // Starts watching `path` (a no-op when already watched), taking its present state as seen.
     void add(const std::string& path);
-    void remove(const std::string& path);
     // The files whose change has settled by `now` (milliseconds); empty between looks.
     std::vector<std::string> changed(unsigned long long now);
 
