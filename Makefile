@@ -170,10 +170,15 @@ package: deps
 	@ls out/package
 
 # Benchmarks (never part of `make test`): gameui, and CEGUI and MyGUI side by side where installed. Builds
-# in Release, runs every program and writes out/bench/results.{md,json}. Timings are only as quiet as the
-# machine: run it alone. Programs run from out/bench, so that the peers' own log files land there too.
-BENCH_PACKAGES := libbenchmark-dev libcegui-mk2-dev libmygui-dev
+# in Release; counts each library's instructions for the same work under callgrind (exact, whatever else
+# the machine runs), runs the timed programs in BENCH_ROUNDS interleaved rounds, and writes
+# out/bench/results.{md,json} and the charts out/bench/*.svg. Programs run from out/bench, so that the
+# peers' own log files land there too.
+BENCH_PACKAGES := libbenchmark-dev libcegui-mk2-dev libmygui-dev valgrind python3-matplotlib
 BENCH_ARGS ?= --benchmark_min_time=0.2
+BENCH_ROUNDS ?= 3
+# Debian's Python, which sees python3-matplotlib (a python3 found earlier on PATH may not).
+BENCH_PYTHON ?= /usr/bin/python3
 bench-deps:
 	@$(MAKE) --no-print-directory deps DEB_PACKAGES="$(DEB_PACKAGES) $(BENCH_PACKAGES)"
 
@@ -181,12 +186,12 @@ bench: bench-deps
 	cmake -S . -B build/bench $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF
 	cmake --build build/bench -j $(JOBS)
 	mkdir -p out/bench/data
-	rm -f out/bench/bench_*.json out/bench/memory_*.json
+	rm -f out/bench/memory_*.json
 	cd out/bench && for p in ../../build/bench/bench/memory_*; do "$$p" data > $$(basename $$p).json; done
-	cd out/bench && for p in ../../build/bench/bench/bench_*; do BENCH_DATA=data "$$p" $(BENCH_ARGS) \
-	  --benchmark_out=$$(basename $$p).json --benchmark_out_format=json; done
-	python3 bench/report.py out/bench
-	@echo "results: out/bench/results.md, out/bench/results.json"
+	$(BENCH_PYTHON) bench/count_instructions.py build/bench/bench out/bench
+	$(BENCH_PYTHON) bench/run_timed.py build/bench/bench out/bench $(BENCH_ROUNDS) $(BENCH_ARGS)
+	$(BENCH_PYTHON) bench/report.py out/bench
+	@echo "results: out/bench/results.md, out/bench/results.json, out/bench/*.svg"
 
 # Valgrind's memcheck over the normal test build: the library's suite, then the SDL services' (on SDL's
 # dummy drivers) when they were built. Any memory error or definite leak fails it. Not part of make test:

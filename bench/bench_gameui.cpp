@@ -34,12 +34,6 @@ void load(benchmark::State& state, Scene s) {
     state.counters["widgets"] = s.count;
 }
 
-void hideHalf(uiWidget* root) {
-    bool hide = false;
-    for (const _WidgetList_s* n = root->getChildren(); n; n = n->next, hide = !hide)
-        if (hide) n->widget->setVisible(false, true);
-}
-
 void frame(benchmark::State& state, Scene s, bool halfHidden) {
     uiWidget* root = env->show(sceneFile(s));
     if (!root) return state.SkipWithError("the scene did not load");

@@ -27,7 +27,12 @@ public:
         CEGUI::WidgetLookManager::setDefaultResourceGroup("looknfeel");
         CEGUI::WindowManager::setDefaultResourceGroup("layouts");
         CEGUI::SchemeManager::getSingleton().createFromFile("TaharezLook.scheme");
-        CEGUI::System::getSingleton().getDefaultGUIContext().getMouseCursor().hide();
+        // The NullRenderer's display is 0 x 0 until told otherwise, and the pointer, held inside it, would
+        // never be over a window.
+        CEGUI::System::getSingleton().notifyDisplaySizeChanged(CEGUI::Sizef(kScreenW, kScreenH));
+        CEGUI::MouseCursor& cursor = CEGUI::System::getSingleton().getDefaultGUIContext().getMouseCursor();
+        cursor.setConstraintArea(nullptr);
+        cursor.hide();
     }
     ~CeguiPeer() override {
         unload();

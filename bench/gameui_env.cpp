@@ -22,4 +22,10 @@ uiWidget* GameuiEnv::show(const std::string& file) {
     return root;
 }
 
+void hideHalf(uiWidget* root) {
+    bool hide = false;
+    for (const _WidgetList_s* n = root->getChildren(); n; n = n->next, hide = !hide)
+        if (hide) n->widget->setVisible(false, true);
+}
+
 } // namespace bench

@@ -28,4 +28,7 @@ private:
     uiSubsystem* m_ui;
 };
 
+// Hides every other child of `root`, the second first.
+void hideHalf(uiWidget* root);
+
 } // namespace bench

@@ -186,10 +186,14 @@ public:
     void load(const std::string& file) override {
         MyGUI::VectorWidgetPtr widgets = MyGUI::LayoutManager::getInstance().loadLayout(file);
         m_root = widgets.empty() ? nullptr : widgets.front();
+        m_file = file;
     }
+    // MyGUI keeps a loaded layout file parsed, as a resource named after it, and builds later loads of the
+    // file from that: dropping it makes every load read the file, as the other libraries' loads do.
     void unload() override {
         if (m_root) MyGUI::WidgetManager::getInstance().destroyWidget(m_root);
         m_root = nullptr;
+        MyGUI::ResourceManager::getInstance().removeByName(m_file);
     }
     void frame() override { m_render->frame(); }
     // Moving the root moves every widget: every vertex must be computed again.
@@ -239,6 +243,7 @@ private:
     NullRenderManager* m_render = nullptr;
     MyGUI::Gui* m_gui = nullptr;
     MyGUI::Widget* m_root = nullptr;
+    std::string m_file;
     bool m_shift = false;
 };
 

@@ -1,13 +1,17 @@
 #!/usr/bin/env python3
-"""Merges the benchmark outputs in a directory (bench_*.json from Google Benchmark, memory_*.json from the
-memory programs) into results.json and results.md: one row per operation and scene, one column per
-library, and the ratios gameui/peer (below 1: gameui is cheaper)."""
-import json, os, platform, subprocess, sys, time
+"""Merges the benchmark outputs in a directory (instructions.json from count_instructions.py, timed/*.json
+from Google Benchmark over several interleaved rounds, memory_*.json from the memory programs) into
+results.json, results.md and the charts: one row per operation and scene, one column per library, and
+the ratios gameui/peer (below 1: gameui is cheaper). Times are the median of the rounds."""
+import glob, json, os, platform, statistics, sys, time
+import charts
 
 LIBS = ["gameui", "cegui", "mygui"]
 UNITS = {"load": "µs/widget", "load_mbs": "MB/s", "frame": "ns/widget", "frame_half_hidden": "ns/widget",
          "frame_dirty": "ns/widget", "move": "ns/event", "click": "ns/event", "move_focus": "ns/event",
          "click_focus": "ns/event", "getwidget": "ns/call", "trace": "ns/call"}
+INSTRUCTION_UNITS = {"load": "per widget", "frame": "per widget", "frame_dirty": "per widget",
+                     "move": "per event", "click": "per event", "getwidget": "per call"}
 TO_NS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -27,6 +31,25 @@ def figures(bench):
         yield lib, op, scene, ns
 
 
+def row_order(key):
+    op, scene = key
+    shape, kind, count = scene.split("/")
+    return int(count), shape != "flat", kind != "container", list(UNITS).index(op) if op in UNITS else len(UNITS)
+
+
+def table(rows, fmt):
+    """Markdown rows: operation, scene, unit, the three libraries and the ratios gameui/peer."""
+    out = ["| operation | scene | unit | gameui | CEGUI | MyGUI | gameui/CEGUI | gameui/MyGUI |",
+           "|---|---|---|---:|---:|---:|---:|---:|"]
+    for v in rows:
+        g = v.get("gameui")
+        ratio = lambda peer: fmt(g / v[peer]) if g is not None and v.get(peer) else ""
+        out.append("| %s | %s | %s | %s | %s | %s | %s | %s |" % (
+            v["operation"], v["scene"], v["unit"], fmt(g), fmt(v.get("cegui")), fmt(v.get("mygui")),
+            ratio("cegui"), ratio("mygui")))
+    return out
+
+
 def machine():
     cpu = platform.processor()
     try:
@@ -41,39 +64,48 @@ def machine():
 
 
 def main(directory):
-    rows = {}
-    for name in sorted(os.listdir(directory)):
-        if name.startswith("bench_") and name.endswith(".json"):
-            for bench in json.load(open(os.path.join(directory, name)))["benchmarks"]:
-                if bench.get("error_occurred"):
-                    continue
-                for lib, op, scene, value in figures(bench):
-                    rows.setdefault((op, scene), {})[lib] = value
+    samples = {}
+    for path in sorted(glob.glob(os.path.join(directory, "timed", "*.json"))):
+        for bench in json.load(open(path))["benchmarks"]:
+            if bench.get("error_occurred"):
+                continue
+            for lib, op, scene, value in figures(bench):
+                samples.setdefault((op, scene), {}).setdefault(lib, []).append(value)
+    times = {k: {lib: statistics.median(v) for lib, v in libs.items()}
+             for k, libs in sorted(samples.items(), key=lambda kv: row_order(kv[0]))}
+    rounds = max((len(v) for libs in samples.values() for v in libs.values()), default=0)
+    counted = {}
+    path = os.path.join(directory, "instructions.json")
+    for lib, ops in (json.load(open(path)) if os.path.exists(path) else {}).items():
+        for name, value in ops.items():
+            counted.setdefault(tuple(name.split(" ")), {})[lib] = value
+    counted = dict(sorted(counted.items(), key=lambda kv: row_order(kv[0])))
     memory = {}
     for lib in LIBS:
         path = os.path.join(directory, "memory_%s.json" % lib)
         if os.path.exists(path):
             memory[lib] = json.load(open(path))
 
-    result = {"machine": machine(), "rows": [{"operation": op, "scene": scene, "unit": UNITS.get(op, ""),
-                                              **values} for (op, scene), values in rows.items()],
-              "memory": memory}
+    rows = lambda data, unit: [{"operation": op, "scene": scene, "unit": unit(op), **values}
+                               for (op, scene), values in data.items()]
+    result = {"machine": machine(), "rounds": rounds,
+              "instructions": rows(counted, lambda op: INSTRUCTION_UNITS.get(op, "")),
+              "rows": rows(times, lambda op: UNITS.get(op, "")), "memory": memory}
     json.dump(result, open(os.path.join(directory, "results.json"), "w"), indent=1)
+    charts.draw(result, directory)
 
     m = result["machine"]
-    out = ["# gameui benchmark results", "",
-           "%s, %s cores, %s; load average at the end %.2f; %s." %
-           (m["cpu"], m["cores"], m["system"], m["load_average"][0], m["date"]), "",
-           "Ratios are gameui/peer: below 1 gameui is cheaper (0.05 = 20 times cheaper); MB/s is the other "
-           "way round.", "",
-           "| operation | scene | unit | gameui | CEGUI | MyGUI | gameui/CEGUI | gameui/MyGUI |",
-           "|---|---|---|---:|---:|---:|---:|---:|"]
     fmt = lambda v: "" if v is None else ("%.3g" % v if v < 100 else "%.0f" % v)
-    for (op, scene), v in rows.items():
-        g = v.get("gameui")
-        ratio = lambda peer: fmt(g / v[peer]) if g is not None and v.get(peer) else ""
-        out.append("| %s | %s | %s | %s | %s | %s | %s | %s |" % (op, scene, UNITS.get(op, ""), fmt(g),
-                   fmt(v.get("cegui")), fmt(v.get("mygui")), ratio("cegui"), ratio("mygui")))
+    out = ["# gameui benchmark results", "",
+           "Ratios are gameui/peer: below 1 gameui is cheaper (0.05 = 20 times cheaper); MB/s is the other "
+           "way round.", "", "## Instructions", "",
+           "Executed by the library for the operation (callgrind), the same on every run and machine load.",
+           ""]
+    out += table(result["instructions"], fmt)
+    out += ["", "## Times", "",
+            "CPU time, median of %d interleaved rounds. %s, %s cores, %s; load average at the end %.2f; %s." %
+            (rounds, m["cpu"], m["cores"], m["system"], m["load_average"][0], m["date"]), ""]
+    out += table(result["rows"], fmt)
     out += ["", "## Memory", "",
             "| library | scene | bytes/widget (heap) | bytes/widget (library's count) | allocations/frame | "
             "allocations/event | allocations/event through the focus stack |", "|---|---|---:|---:|---:|---:|---:|"]
