@@ -3,7 +3,7 @@
 #include <SDL_image.h>
 #include <algorithm>
 #include "logger.h"
-#include "sdlparticles.h"
+#include "particles.h"
 
 SdlGfx::SdlGfx(const std::string& assetDir, int width, int height)
     : m_assetDir(assetDir), m_width(width), m_height(height) {

@@ -13,10 +13,11 @@
 #include <mutex>
 #include <string>
 #include <vector>
+#include "descriptors.h"
 #include "gfxsubsystem.h"
 #include "sdlimage.h"
 
-namespace sdlsvc {
+namespace assets {
 class ParticleInstance;
 }
 
@@ -95,8 +96,7 @@ private:
     struct Sheet {
         std::string name;
         sdlsvc::ImagePtr image;
-        int frameW = 0, frameH = 0;
-        std::vector<std::pair<int, int>> anims; // row and frame count of each animation
+        assets::SheetLayout layout;
         int refs = 1;
     };
     struct Font {
@@ -107,7 +107,7 @@ private:
         int refs = 1;
     };
     struct Psys {
-        std::unique_ptr<sdlsvc::ParticleInstance> instance;
+        std::unique_ptr<assets::ParticleInstance> instance;
         int sprite = -1;
     };
     struct DrawItem {
@@ -125,8 +125,6 @@ private:
     Sheet* _sheet(int sprite);
     Font* _font(int font);
     Psys* _psys(int instance);
-    // Source rectangle of (anim, frame) in the sheet; false when the sprite is unknown.
-    bool _frameRect(const Sheet& sheet, int anim, int frame, SDL_Rect& out) const;
     void _queue(int depth, int level, const sdlsvc::ImagePtr& image, const SDL_Rect& src, const SDL_Rect& dst,
                 int alpha, SDL_Color tint = SDL_Color{255, 255, 255, 255});
     void _queueFrame(int depth, int level, int sprite, int x, int y, int srcX, int srcY, int w, int h,

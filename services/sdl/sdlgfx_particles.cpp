@@ -1,22 +1,22 @@
 // SdlGfx particle systems: instances of effect files, keyed by id and by owner.
 #include <algorithm>
 #include "logger.h"
-#include "sdlassets.h"
+#include "assetfiles.h"
 #include "sdlgfx.h"
-#include "sdlparticles.h"
+#include "particles.h"
 
 int SdlGfx::createParticleSystemInstance(const char* owner, const char* file) {
     if (!file || !*file) return -1;
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    sdlsvc::ParticleEffect effect;
-    if (!sdlsvc::loadParticleEffect(sdlsvc::joinPath(m_assetDir, file), effect)) {
+    assets::ParticleEffect effect;
+    if (!assets::loadParticleEffect(assets::joinPath(m_assetDir, file), effect)) {
         Logger::log(1, "SdlGfx: could not load particle system: \"%s\"\f", file);
         return -1;
     }
     const int id = m_nextPsys++;
     Psys& psys = m_psys[id];
     // Seeded by the id: a replayed session creates the same instances in the same order.
-    psys.instance = std::make_unique<sdlsvc::ParticleInstance>(owner ? owner : "", effect,
+    psys.instance = std::make_unique<assets::ParticleInstance>(owner ? owner : "", effect,
                                                                0x9E3779B9u * static_cast<uint32_t>(id + 1));
     psys.sprite = createSprite(effect.sprite.c_str());
     return id;
@@ -55,17 +55,13 @@ void SdlGfx::psemit(int depth, int instance, float alpha) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     Psys* psys = _psys(instance);
     Sheet* sheet = psys ? _sheet(psys->sprite) : nullptr;
-    SDL_Rect src;
-    if (!sheet || !_frameRect(*sheet, 0, 0, src)) return;
-    const sdlsvc::ParticleEffect& e = psys->instance->effect();
-    for (const sdlsvc::Particle& p : psys->instance->particles()) {
-        const float t = sdlsvc::ParticleInstance::lifeFraction(p);
-        const float scale = e.sizeStart + (e.sizeEnd - e.sizeStart) * t;
-        const float a = (e.alphaStart + (e.alphaEnd - e.alphaStart) * t) * alpha * 255.0f;
-        const int w = std::max(1, static_cast<int>(static_cast<float>(src.w) * scale));
-        const int h = std::max(1, static_cast<int>(static_cast<float>(src.h) * scale));
-        const SDL_Rect dst{static_cast<int>(p.x) - w / 2, static_cast<int>(p.y) - h / 2, w, h};
-        _queue(depth, 0, sheet->image, src, dst, static_cast<int>(a));
+    if (!sheet) return;
+    const assets::Rect f = assets::frameRect(sheet->layout, 0, 0);
+    const SDL_Rect src{f.x, f.y, f.w, f.h};
+    for (const assets::Particle& p : psys->instance->particles()) {
+        int a = 0;
+        const assets::Rect d = psys->instance->placement(p, f.w, f.h, alpha, a);
+        _queue(depth, 0, sheet->image, src, SDL_Rect{d.x, d.y, d.w, d.h}, a);
     }
 }
 

@@ -2,15 +2,10 @@
 #include <SDL_image.h>
 #include <algorithm>
 #include "logger.h"
-#include "sdlassets.h"
+#include "assetfiles.h"
 #include "sdlgfx.h"
 
 namespace {
-
-bool endsWith(const std::string& s, const char* tail) {
-    const size_t n = std::char_traits<char>::length(tail);
-    return s.size() >= n && s.compare(s.size() - n, n, tail) == 0;
-}
 
 // An alpha of at least this counts as opaque for hit tests.
 constexpr int kOpaqueAlpha = 128;
@@ -18,39 +13,17 @@ constexpr int kOpaqueAlpha = 128;
 } // namespace
 
 bool SdlGfx::_loadSheet(const std::string& name, Sheet& sheet) {
-    std::string imageFile = name;
-    std::vector<sdlsvc::DescriptorLine> lines;
-    const std::string descriptor = sdlsvc::joinPath(m_assetDir, name + ".sprite");
-    if (!endsWith(name, ".png") && sdlsvc::readDescriptor(descriptor, lines)) {
-        imageFile.clear();
-        for (const auto& line : lines) {
-            if (line[0] == "image" && line.size() > 1)
-                imageFile = line[1];
-            else if (line[0] == "frame") {
-                sheet.frameW = static_cast<int>(sdlsvc::numberAt(line, 0, 0));
-                sheet.frameH = static_cast<int>(sdlsvc::numberAt(line, 1, 0));
-            } else if (line[0] == "anim") {
-                sheet.anims.emplace_back(static_cast<int>(sdlsvc::numberAt(line, 0, 0)),
-                                         std::max(1, static_cast<int>(sdlsvc::numberAt(line, 1, 1))));
-            }
-        }
-    } else if (!endsWith(name, ".png")) {
-        imageFile = name + ".png";
-    }
-    if (imageFile.empty()) return false;
-    sheet.image = std::make_shared<sdlsvc::Image>(IMG_Load(sdlsvc::joinPath(m_assetDir, imageFile).c_str()));
+    if (!assets::readSheetLayout(m_assetDir, name, sheet.layout)) return false;
+    sheet.image =
+        std::make_shared<sdlsvc::Image>(IMG_Load(assets::joinPath(m_assetDir, sheet.layout.image).c_str()));
     if (!sheet.image->valid()) return false;
-    if (sheet.frameW <= 0 || sheet.frameH <= 0) {
-        sheet.frameW = sheet.image->width();
-        sheet.frameH = sheet.image->height();
-    }
-    if (sheet.anims.empty()) sheet.anims.emplace_back(0, std::max(1, sheet.image->width() / sheet.frameW));
+    assets::completeSheetLayout(sheet.layout, sheet.image->width(), sheet.image->height());
     return true;
 }
 
 int SdlGfx::createSprite(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    return sdlsvc::acquireByName(m_sheets, name, [&](Sheet& sheet) {
+    return assets::acquireByName(m_sheets, name, [&](Sheet& sheet) {
         if (_loadSheet(name, sheet)) return true;
         Logger::log(1, "SdlGfx: could not load sprite: \"%s\"\f", name);
         return false;
@@ -99,28 +72,20 @@ void SdlGfx::_releaseSheet(size_t index) {
 int SdlGfx::getSpriteWidth(int sprite) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     const Sheet* sheet = _sheet(sprite);
-    return sheet ? sheet->frameW : 0;
+    return sheet ? sheet->layout.frameW : 0;
 }
 
 int SdlGfx::getSpriteHeight(int sprite) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     const Sheet* sheet = _sheet(sprite);
-    return sheet ? sheet->frameH : 0;
+    return sheet ? sheet->layout.frameH : 0;
 }
 
 int SdlGfx::getSpriteFrameCount(int sprite, int anim) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     const Sheet* sheet = _sheet(sprite);
-    if (!sheet || anim < 0 || static_cast<size_t>(anim) >= sheet->anims.size()) return 1;
-    return sheet->anims[static_cast<size_t>(anim)].second;
-}
-
-bool SdlGfx::_frameRect(const Sheet& sheet, int anim, int frame, SDL_Rect& out) const {
-    // An unknown animation shows the first one; frames wrap around the animation's count.
-    const auto& a = sheet.anims[anim >= 0 && static_cast<size_t>(anim) < sheet.anims.size() ? anim : 0];
-    const int column = ((frame % a.second) + a.second) % a.second;
-    out = SDL_Rect{column * sheet.frameW, a.first * sheet.frameH, sheet.frameW, sheet.frameH};
-    return true;
+    if (!sheet || anim < 0 || static_cast<size_t>(anim) >= sheet->layout.anims.size()) return 1;
+    return sheet->layout.anims[static_cast<size_t>(anim)].second;
 }
 
 void SdlGfx::setupAlphaTestSprite(int sprite) {
@@ -130,8 +95,8 @@ void SdlGfx::setupAlphaTestSprite(int sprite) {
 bool SdlGfx::alphaTestSprite(int sprite, int anim, int frame, int x, int y) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     const Sheet* sheet = _sheet(sprite);
-    SDL_Rect f;
-    if (!sheet || !_frameRect(*sheet, anim, frame, f)) return false;
+    if (!sheet) return false;
+    const assets::Rect f = assets::frameRect(sheet->layout, anim, frame);
     if (x < 0 || y < 0 || x >= f.w || y >= f.h) return false;
     return sheet->image->alphaAt(f.x + x, f.y + y) >= kOpaqueAlpha;
 }
@@ -141,23 +106,10 @@ void SdlGfx::_queueFrame(int depth, int level, int sprite, int x, int y, int src
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     ++m_frameBlts;
     Sheet* sheet = _sheet(sprite);
-    SDL_Rect f;
-    if (!sheet || !_frameRect(*sheet, anim, frame, f)) return;
-    // Keep the source inside the frame; what is cut on the left or top moves the destination too.
-    if (srcX < 0) {
-        x -= srcX;
-        w += srcX;
-        srcX = 0;
-    }
-    if (srcY < 0) {
-        y -= srcY;
-        h += srcY;
-        srcY = 0;
-    }
-    w = std::min(w, f.w - srcX);
-    h = std::min(h, f.h - srcY);
-    const SDL_Rect src{f.x + srcX, f.y + srcY, w, h};
-    _queue(depth, level, sheet->image, src, SDL_Rect{x, y, w, h}, alpha);
+    if (!sheet) return;
+    assets::Rect src;
+    assets::clipToFrame(assets::frameRect(sheet->layout, anim, frame), x, y, srcX, srcY, w, h, src);
+    _queue(depth, level, sheet->image, SDL_Rect{src.x, src.y, w, h}, SDL_Rect{x, y, w, h}, alpha);
 }
 
 void SdlGfx::blt(int depth, int sprite, int x, int y, int anim, int frame, int alpha) {

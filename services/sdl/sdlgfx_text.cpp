@@ -1,56 +1,21 @@
 // SdlGfx text: TrueType fonts by descriptor, glyphs cached as pictures, metrics and justified printing.
 #include <algorithm>
 #include "logger.h"
-#include "sdlassets.h"
+#include "assetfiles.h"
+#include "descriptors.h"
 #include "sdlgfx.h"
 
-namespace {
-
-constexpr unsigned int kJustifyRight = 1;
-constexpr unsigned int kJustifyCentre = 2;
-constexpr const char* kSystemFonts = "/usr/share/fonts/truetype/dejavu";
-
-// 8-bit texts are UTF-8: lead bytes give the length, following bytes add their low six bits.
-std::vector<unsigned int> decodeUtf8(const char* text) {
-    std::vector<unsigned int> codes;
-    const auto* s = reinterpret_cast<const unsigned char*>(text);
-    while (*s) {
-        int more = *s >= 0xFC ? 5 : *s >= 0xF8 ? 4 : *s >= 0xF0 ? 3 : *s >= 0xE0 ? 2 : *s >= 0xC0 ? 1 : 0;
-        unsigned int code = *s & (more ? 0x3Fu >> more : 0x7Fu);
-        for (++s; more > 0 && *s; --more, ++s)
-            code = (code << 6) | (*s & 0x3Fu);
-        codes.push_back(code);
-    }
-    codes.push_back(0);
-    return codes;
-}
-
-} // namespace
-
 bool SdlGfx::_loadFont(const std::string& name, Font& font) {
-    std::vector<sdlsvc::DescriptorLine> lines;
-    if (!sdlsvc::readDescriptor(sdlsvc::joinPath(m_assetDir, name + ".font"), lines)) return false;
-    std::string file = "DejaVuSans.ttf";
-    int size = 16;
-    for (const auto& line : lines) {
-        if (line[0] == "file" && line.size() > 1)
-            file = line[1];
-        else if (line[0] == "size")
-            size = static_cast<int>(sdlsvc::numberAt(line, 0, 16));
-        else if (line[0] == "color")
-            font.color = SDL_Color{static_cast<Uint8>(sdlsvc::numberAt(line, 0, 255)),
-                                   static_cast<Uint8>(sdlsvc::numberAt(line, 1, 255)),
-                                   static_cast<Uint8>(sdlsvc::numberAt(line, 2, 255)), 255};
-    }
-    std::string path = sdlsvc::joinPath(m_assetDir, file);
-    if (!sdlsvc::fileExists(path)) path = sdlsvc::joinPath(kSystemFonts, file);
-    font.ttf = m_ttfOpen ? TTF_OpenFont(path.c_str(), size) : nullptr;
+    assets::FontDescriptor d;
+    if (!assets::readFontDescriptor(m_assetDir, name, d)) return false;
+    font.color = SDL_Color{d.r, d.g, d.b, 255};
+    font.ttf = m_ttfOpen ? TTF_OpenFont(d.path.c_str(), d.size) : nullptr;
     return font.ttf != nullptr;
 }
 
 int SdlGfx::createFont(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    return sdlsvc::acquireByName(m_fonts, name, [&](Font& font) {
+    return assets::acquireByName(m_fonts, name, [&](Font& font) {
         if (_loadFont(name, font)) return true;
         Logger::log(1, "SdlGfx: could not load font: \"%s\"\f", name);
         return false;
@@ -137,7 +102,7 @@ void SdlGfx::getTextRect(int font, unsigned int justify, int x, int y, const uns
             ++line;
         line = *line ? line + 1 : nullptr;
     }
-    const int left = justify & kJustifyRight ? x - width : justify & kJustifyCentre ? x - width / 2 : x;
+    const int left = assets::justifiedLeft(justify, x, width);
     if (x1) *x1 = left;
     if (y1) *y1 = y;
     if (x2) *x2 = left + width;
@@ -153,7 +118,7 @@ void SdlGfx::print(int depth, int font, int set, unsigned int justify, int x, in
     const int lineHeight = TTF_FontHeight(f->ttf);
     for (const unsigned int* line = text; line; y += lineHeight) {
         const int width = _lineWidth(*f, line);
-        int pen = justify & kJustifyRight ? x - width : justify & kJustifyCentre ? x - width / 2 : x;
+        int pen = assets::justifiedLeft(justify, x, width);
         for (; *line && *line != '\n'; ++line) {
             const sdlsvc::ImagePtr& glyph = _glyph(*f, *line);
             const int h = clipHeight < 0 ? glyph->height() : std::min(clipHeight, glyph->height());
@@ -167,5 +132,5 @@ void SdlGfx::print(int depth, int font, int set, unsigned int justify, int x, in
 
 void SdlGfx::print(int depth, int font, int set, unsigned int justify, int x, int y, int clipHeight,
                    int alpha, const char* text) {
-    if (text) print(depth, font, set, justify, x, y, clipHeight, alpha, decodeUtf8(text).data());
+    if (text) print(depth, font, set, justify, x, y, clipHeight, alpha, assets::decodeUtf8(text).data());
 }

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include "logger.h"
-#include "sdlassets.h"
+#include "assetfiles.h"
 
 SdlSound::SdlSound(const std::string& assetDir) : m_assetDir(assetDir) {
     m_open = _open();
@@ -46,8 +46,8 @@ Mix_Chunk* SdlSound::_chunk(const std::string& name) {
     if (it != m_chunks.end()) return it->second;
     Mix_Chunk* chunk = nullptr;
     for (const char* ext : {"", ".wav", ".ogg"}) {
-        const std::string path = sdlsvc::joinPath(m_assetDir, name + ext);
-        if (sdlsvc::fileExists(path) && (chunk = Mix_LoadWAV(path.c_str()))) break;
+        const std::string path = assets::joinPath(m_assetDir, name + ext);
+        if (assets::fileExists(path) && (chunk = Mix_LoadWAV(path.c_str()))) break;
     }
     if (!chunk) Logger::log(1, "SdlSound: could not load sound: \"%s\"\f", name.c_str());
     m_chunks[name] = chunk; // a missing sound is looked for once

@@ -1,12 +1,13 @@
-// The particle engine behind the SDL graphics service. An effect file describes one emitter; an
-// instance runs it at a position. Each instance has its own seeded random sequence, so a replayed
-// session draws the same particles.
+// The particle engine behind the graphics services (SDL and browser). An effect file describes one emitter;
+// an instance runs it at a position. Each instance has its own seeded random sequence, so a replayed session
+// draws the same particles.
 #pragma once
 #include <cstdint>
 #include <string>
 #include <vector>
+#include "descriptors.h"
 
-namespace sdlsvc {
+namespace assets {
 
 struct ParticleEffect {
     std::string sprite;     // sprite name drawn for each particle
@@ -41,6 +42,9 @@ public:
     bool dead() const { return !m_emitting && !m_burstPending && m_particles.empty(); }
     // Where particle p stands in its life: 0 at birth, 1 at death.
     static float lifeFraction(const Particle& p) { return p.life > 0.0f ? p.age / p.life : 1.0f; }
+    // Where particle p is drawn with a frame of w x h pixels, centred on it and scaled by its age, and
+    // its alpha (0 to 255) under the instance's alpha.
+    Rect placement(const Particle& p, int w, int h, float alpha, int& particleAlpha) const;
 
 private:
     void _spawn(float x, float y);
@@ -56,4 +60,4 @@ private:
     float m_carry = 0.0f; // fraction of a particle owed by the rate
 };
 
-} // namespace sdlsvc
+} // namespace assets

@@ -1,8 +1,9 @@
-#include "sdlparticles.h"
+#include "particles.h"
+#include <algorithm>
 #include <cmath>
-#include "sdlassets.h"
+#include "assetfiles.h"
 
-namespace sdlsvc {
+namespace assets {
 
 namespace {
 
@@ -44,6 +45,16 @@ bool loadParticleEffect(const std::string& path, ParticleEffect& e) {
 
 ParticleInstance::ParticleInstance(std::string owner, const ParticleEffect& effect, uint32_t seed)
     : m_owner(std::move(owner)), m_effect(effect), m_rng(seed ? seed : 1u) {}
+
+Rect ParticleInstance::placement(const Particle& p, int w, int h, float alpha, int& particleAlpha) const {
+    const ParticleEffect& e = m_effect;
+    const float t = lifeFraction(p);
+    const float scale = e.sizeStart + (e.sizeEnd - e.sizeStart) * t;
+    particleAlpha = static_cast<int>((e.alphaStart + (e.alphaEnd - e.alphaStart) * t) * alpha * 255.0f);
+    const int sw = std::max(1, static_cast<int>(static_cast<float>(w) * scale));
+    const int sh = std::max(1, static_cast<int>(static_cast<float>(h) * scale));
+    return Rect{static_cast<int>(p.x) - sw / 2, static_cast<int>(p.y) - sh / 2, sw, sh};
+}
 
 void ParticleInstance::restart() {
     m_emitting = true;
@@ -97,4 +108,4 @@ void ParticleInstance::update(float x, float y, float seconds) {
     if (m_effect.duration >= 0.0f && m_elapsed >= m_effect.duration) m_emitting = false;
 }
 
-} // namespace sdlsvc
+} // namespace assets

@@ -1,12 +1,13 @@
-// Asset files of the SDL services: names resolve inside one asset directory, and the small descriptor
-// files (sprites, fonts, particle effects) share one line format: a key, an optional "=", then values.
+// Asset files of the graphics and sound services (SDL and browser alike): names resolve inside one asset
+// directory, and the small descriptor files (sprites, fonts, particle effects) share one line format: a key,
+// an optional "=", then values.
 // '#' starts a comment.
 #pragma once
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace sdlsvc {
+namespace assets {
 
 using DescriptorLine = std::vector<std::string>; // key first, values after it
 
@@ -35,4 +36,4 @@ int acquireByName(std::vector<std::unique_ptr<R>>& loaded, const char* name, Loa
     return static_cast<int>(loaded.size() - 1);
 }
 
-} // namespace sdlsvc
+} // namespace assets

@@ -1,9 +1,9 @@
-#include "sdlassets.h"
+#include "assetfiles.h"
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 
-namespace sdlsvc {
+namespace assets {
 
 std::string joinPath(const std::string& dir, const std::string& name) {
     if (dir.empty() || name.empty() || name[0] == '/') return name;
@@ -38,4 +38,4 @@ float numberAt(const DescriptorLine& line, size_t i, float fallback) {
     return end && *end == '\0' ? value : fallback;
 }
 
-} // namespace sdlsvc
+} // namespace assets
