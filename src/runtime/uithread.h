@@ -1,6 +1,6 @@
 // uiThread: the background loader's worker thread object. The platform variant lives in its own source
-// file (uithread_std.cpp on the standard library, uithread_win32.cpp on Windows); the object itself comes
-// from the buffer pool.
+// file (uithread_std.cpp on the standard library, uithread_win32.cpp on Windows, uithread_none.cpp where
+// the build has no threads); the object itself comes from the buffer pool.
 #pragma once
 
 class uiThread {

@@ -1,5 +1,5 @@
 // uiThread on std::thread.
-#if !defined(_WIN32)
+#if !defined(_WIN32) && !defined(GAMEUI_NO_THREADS)
 #include <functional>
 #include <new>
 #include <thread>
