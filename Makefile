@@ -14,8 +14,8 @@ WINDOWS_PACKAGES := cmake make ninja-build ccache g++-mingw-w64-x86-64-posix win
 WINE_RUN := $(CURDIR)/cmake/wine-run
 WINE_PREFIX := $(CURDIR)/build/wineprefix
 
-.PHONY: all deps deps-windows build demo golden docs package test test-normal test-asan tsan windows bench bench-deps \
-  fuzz-build fuzz memcheck test-size clean format format-check
+.PHONY: all deps deps-windows build demo golden docs package test test-normal test-asan tsan windows web \
+  test-web bench bench-deps fuzz-build fuzz memcheck test-size clean format format-check
 
 all: build
 
@@ -111,6 +111,35 @@ $(WINE_PREFIX)/system.reg: | deps-windows
 	mkdir -p $(WINE_PREFIX)
 	GAMEUI_WINEPREFIX=$(WINE_PREFIX) $(WINE_RUN) wineboot --init
 
+# The browser build: the library, the web services and uiview's session player compiled by Emscripten,
+# without and with threads, into out/web/ (index.html, gameui*.js, .wasm and the packed examples, .data).
+# Serve out/web over HTTP; sent with the cross-origin isolation headers, the page runs the build with threads.
+WEB_PACKAGES := emscripten libstb-dev fonts-dejavu-core
+# Debian's Emscripten runs its JavaScript optimiser on the installed Node, which needs Debian's modules.
+EMSCRIPTEN_ENV := NODE_PATH=/usr/share/nodejs
+WEB_CMAKE = $(call CMAKE_COMMON,Release) -DBUILD_SHARED_LIBS=OFF -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF
+web:
+	$(call install_missing,$(WEB_PACKAGES))
+	$(EMSCRIPTEN_ENV) emcmake cmake -S . -B build/web $(WEB_CMAKE)
+	$(EMSCRIPTEN_ENV) cmake --build build/web -j $(JOBS) --target uiview_web
+	$(EMSCRIPTEN_ENV) emcmake cmake -S . -B build/web-threads $(WEB_CMAKE) -DGAMEUI_WEB_THREADS=ON
+	$(EMSCRIPTEN_ENV) cmake --build build/web-threads -j $(JOBS) --target uiview_web
+	mkdir -p out/web
+	cp tools/uiview/web/index.html out/web/
+	cd build/web/tools/uiview/web && cp gameui.js gameui.wasm gameui.data $(CURDIR)/out/web/
+	cd build/web-threads/tools/uiview/web && cp gameui-threads.js gameui-threads.wasm gameui-threads.worker.js \
+	  gameui-threads.data $(CURDIR)/out/web/
+
+# The example sessions in headless Chromium on the browser build, their frames compared with the golden
+# ones (tests/web). Skipped, saying so, only where Emscripten, Chromium or npm cannot be installed.
+test-web:
+	$(call install_missing,$(WEB_PACKAGES) chromium)
+	@command -v npm >/dev/null || $(MAKE) --no-print-directory deps DEB_PACKAGES=npm
+	@if command -v emcc >/dev/null && command -v chromium >/dev/null && command -v npm >/dev/null; then \
+	  $(MAKE) --no-print-directory web && cd tests/web && npm ci --no-audit --no-fund && \
+	  node browser_test.js ../../out/web ../..; \
+	else echo "browser test SKIPPED: Emscripten, Chromium or npm is not installed and cannot be installed here"; fi
+
 # libFuzzer targets, built by clang with AddressSanitizer and UBSan, the library linked in statically. Each
 # runs FUZZ_SECONDS from the seeds in fuzz/corpus/<target> plus what earlier runs found in build/fuzz/work;
 # a crash, leak, sanitizer report or hang stops the run and leaves the input in build/fuzz/artifacts.
@@ -136,7 +165,7 @@ test-size:
 
 # make test fuzzes each target for TEST_FUZZ_SECONDS. It prints the size of the tests without failing on it.
 TEST_FUZZ_SECONDS ?= 30
-test: format-check test-normal test-asan tsan windows docs
+test: format-check test-normal test-asan tsan windows docs test-web
 	$(MAKE) fuzz FUZZ_SECONDS=$(TEST_FUZZ_SECONDS)
 	@cmake/test-size || echo "the tests are above their size limit"
 

@@ -36,4 +36,15 @@ int acquireByName(std::vector<std::unique_ptr<R>>& loaded, const char* name, Loa
     return static_cast<int>(loaded.size() - 1);
 }
 
+// One user fewer of the resource called `name`; the last one empties its slot, so that a stale handle
+// finds nothing instead of another resource.
+template <class R> void releaseByName(std::vector<std::unique_ptr<R>>& loaded, const char* name) {
+    if (!name) return;
+    for (auto& resource : loaded)
+        if (resource && resource->name == name) {
+            if (--resource->refs <= 0) resource.reset();
+            return;
+        }
+}
+
 } // namespace assets

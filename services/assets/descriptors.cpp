@@ -46,6 +46,11 @@ void completeSheetLayout(SheetLayout& layout, int imageW, int imageH) {
     if (layout.anims.empty()) layout.anims.emplace_back(0, std::max(1, imageW / std::max(1, layout.frameW)));
 }
 
+int frameCount(const SheetLayout& layout, int anim) {
+    if (anim < 0 || static_cast<size_t>(anim) >= layout.anims.size()) return 1;
+    return layout.anims[static_cast<size_t>(anim)].second;
+}
+
 Rect frameRect(const SheetLayout& layout, int anim, int frame) {
     const auto& a = layout.anims[anim >= 0 && static_cast<size_t>(anim) < layout.anims.size() ? anim : 0];
     const int column = ((frame % a.second) + a.second) % a.second;

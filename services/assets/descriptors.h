@@ -22,6 +22,9 @@ bool readSheetLayout(const std::string& assetDir, const std::string& name, Sheet
 // first row with as many frames as fit.
 void completeSheetLayout(SheetLayout& layout, int imageW, int imageH);
 
+// Frames of animation `anim`; 1 for an unknown animation.
+int frameCount(const SheetLayout& layout, int anim);
+
 struct Rect {
     int x, y, w, h;
 };

@@ -32,6 +32,8 @@ struct Particle {
 class ParticleInstance {
 public:
     ParticleInstance(std::string owner, const ParticleEffect& effect, uint32_t seed);
+    // Seeds by instance id: a replayed session creates the same instances in the same order.
+    static uint32_t seedFor(int id) { return 0x9E3779B9u * static_cast<uint32_t>(id + 1); }
     const std::string& owner() const { return m_owner; }
     const ParticleEffect& effect() const { return m_effect; }
     const std::vector<Particle>& particles() const { return m_particles; }

@@ -132,7 +132,6 @@ private:
     const sdlsvc::ImagePtr& _glyph(Font& font, unsigned int character);
     int _advance(Font& font, unsigned int character);
     int _lineWidth(Font& font, const unsigned int* text);
-    void _releaseSheet(size_t index);
     void _updateStatistics();
 
     std::recursive_mutex m_lock;

@@ -15,9 +15,8 @@ int SdlGfx::createParticleSystemInstance(const char* owner, const char* file) {
     }
     const int id = m_nextPsys++;
     Psys& psys = m_psys[id];
-    // Seeded by the id: a replayed session creates the same instances in the same order.
     psys.instance = std::make_unique<assets::ParticleInstance>(owner ? owner : "", effect,
-                                                               0x9E3779B9u * static_cast<uint32_t>(id + 1));
+                                                               assets::ParticleInstance::seedFor(id));
     psys.sprite = createSprite(effect.sprite.c_str());
     return id;
 }

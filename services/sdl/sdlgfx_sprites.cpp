@@ -42,13 +42,8 @@ const char* SdlGfx::getSpriteName(int sprite) {
 }
 
 void SdlGfx::releaseSprite(const char* name) {
-    if (!name) return;
     std::lock_guard<std::recursive_mutex> hold(m_lock);
-    for (size_t i = 0; i < m_sheets.size(); ++i)
-        if (m_sheets[i] && m_sheets[i]->name == name) {
-            _releaseSheet(i);
-            return;
-        }
+    assets::releaseByName(m_sheets, name);
 }
 
 bool SdlGfx::reloadSprite(const char* name) {
@@ -62,11 +57,6 @@ bool SdlGfx::reloadSprite(const char* name) {
             *sheet = std::move(fresh);
         }
     return true;
-}
-
-void SdlGfx::_releaseSheet(size_t index) {
-    // Handles are never reused, so a stale handle finds nothing instead of another sprite.
-    if (--m_sheets[index]->refs <= 0) m_sheets[index].reset();
 }
 
 int SdlGfx::getSpriteWidth(int sprite) {
@@ -84,8 +74,7 @@ int SdlGfx::getSpriteHeight(int sprite) {
 int SdlGfx::getSpriteFrameCount(int sprite, int anim) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     const Sheet* sheet = _sheet(sprite);
-    if (!sheet || anim < 0 || static_cast<size_t>(anim) >= sheet->layout.anims.size()) return 1;
-    return sheet->layout.anims[static_cast<size_t>(anim)].second;
+    return sheet ? assets::frameCount(sheet->layout, anim) : 1;
 }
 
 void SdlGfx::setupAlphaTestSprite(int sprite) {
