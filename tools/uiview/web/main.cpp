@@ -17,6 +17,7 @@
 #include <vector>
 #include "colourlog.h"
 #include "session.h"
+#include "uibutton.h"
 #include "uisubsystem.h"
 #include "webgfx.h"
 #include "webinput.h"
@@ -106,7 +107,8 @@ int main(int argc, char** argv) {
         args.push_back(&w[0]);
     Player& p = g_player;
     ViewOptions& o = p.options;
-    if (!parseOptions(static_cast<int>(args.size()), args.data(), o)) return 2;
+    if (const std::optional<int> status = parseOptions(static_cast<int>(args.size()), args.data(), o))
+        return *status;
     if (!o.script.empty() && !loadScript(o.script, p.events)) return 2;
     static ColourLog log(false);
     Logger::setSink(&log);
@@ -127,6 +129,7 @@ int main(int argc, char** argv) {
     g_sound = p.sound.get();
     p.ui = new uiSubsystem();
     p.ui->initialize(nullptr);
+    if (!o.clickSound.empty()) uiButton::setDefaultSounds(o.clickSound.c_str(), o.highlightSound.c_str());
     uiWidget* root = p.ui->loadUI(file.c_str());
     if (!root) {
         std::fprintf(stderr, "uiview: cannot run %s\n", o.file.c_str());
