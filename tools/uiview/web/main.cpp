@@ -33,7 +33,7 @@ struct Player {
     std::unique_ptr<WebSound> sound;
     uiSubsystem* ui = nullptr;
     std::unique_ptr<Session> session;
-    std::unique_ptr<ScriptedInput> script;
+    std::unique_ptr<ScriptPlayer> script;
     int frame = 0;
     bool held = false;
     double last = 0;      // page clock of the last live frame
@@ -66,7 +66,8 @@ void frame(void*) {
     unsigned int ms = static_cast<unsigned int>(p.options.ms);
     bool picture = false;
     if (scripted)
-        picture = p.script->frame(p.frame, p.options.ms, *p.ui);
+        picture = p.script->due(static_cast<unsigned int>(p.frame * p.options.ms),
+                                [&p](const ScriptEvent& e) { sendScripted(e, *p.ui); });
     else
         ms = static_cast<unsigned int>(std::min(100.0, started - p.last)); // a hidden tab pauses the clock
     p.last = started;
@@ -137,7 +138,7 @@ int main(int argc, char** argv) {
     }
     p.session = std::make_unique<Session>(o, p.ui);
     p.session->start(root);
-    p.script = std::make_unique<ScriptedInput>(p.events);
+    p.script = std::make_unique<ScriptPlayer>(p.events);
     WebInput::attach(p.ui);
     p.last = emscripten_get_now();
     // The page's own frames drive the player; main returns to the page at once and the player lives on.
