@@ -131,13 +131,14 @@ web:
 	  gameui-threads.data $(CURDIR)/out/web/
 
 # The example sessions in headless Chromium on the browser build, their frames compared with the golden
-# ones (tests/web). Skipped, saying so, only where Emscripten, Chromium or npm cannot be installed.
+# ones (tests/web; its npm packages, pinned, in cmake/browser-test). Skipped, saying so, only where
+# Emscripten, Chromium or npm cannot be installed.
 test-web:
 	$(call install_missing,$(WEB_PACKAGES) chromium)
 	@command -v npm >/dev/null || $(MAKE) --no-print-directory deps DEB_PACKAGES=npm
 	@if command -v emcc >/dev/null && command -v chromium >/dev/null && command -v npm >/dev/null; then \
-	  $(MAKE) --no-print-directory web && cd tests/web && npm ci --no-audit --no-fund && \
-	  node browser_test.js ../../out/web ../..; \
+	  $(MAKE) --no-print-directory web && npm ci --prefix cmake/browser-test --no-audit --no-fund && \
+	  NODE_PATH=$(CURDIR)/cmake/browser-test/node_modules node tests/web/browser_test.js out/web .; \
 	else echo "browser test SKIPPED: Emscripten, Chromium or npm is not installed and cannot be installed here"; fi
 
 # libFuzzer targets, built by clang with AddressSanitizer and UBSan, the library linked in statically. Each
