@@ -31,9 +31,9 @@ public:
     static void* operator new(std::size_t size) noexcept;
     static void operator delete(void* p) noexcept;
 
-    int initialize(Preferences* prefs);
-    void forceTerminate();
-    int shutdown();
+    int initialize(Preferences* prefs); // readies loading (prefs is unused); 1
+    void forceTerminate();              // stops any load in progress, on any thread, at its next line
+    int shutdown();                     // frees the cached scriptlets; call before deleting; 1
 
     // Frame.
     int update(unsigned int ms);
@@ -47,6 +47,7 @@ public:
     void setVisibleWidget(uiWidget* w);
     void setActiveWidget(uiWidget* w);
 
+    // Loads a description file and initializes the new tree; null when it cannot. The caller owns it.
     uiWidget* loadUI(const char* file);
 
     // Input focus stack.
@@ -77,6 +78,7 @@ public:
     bool isDialogPushed(uiDialog* d);
     void reportDialogStack();
 
+    // Makes a widget type known to descriptions by name (UI_DECLARE_WIDGET gives the allocator).
     static void s_registerWidget(const char* name, uiWidget* (*allocator)());
 
 protected:

@@ -55,20 +55,24 @@ enum : unsigned int {
     WP_WIDTH = 0x20
 };
 
+// A widget's rectangle, relative to its parent: left, top, right, bottom.
 struct _uiRect_s {
     int x, y, x2, y2; // x2 and y2 lie outside the rectangle
 };
 
+// What trace found: the widget under a point, and the point relative to the widget's parent.
 struct _uiTrace_s {
     int x, y;
     uiWidget* widget;
 };
 
+// A widget's children, in the order they were added: each child and the next entry (null at the end).
 struct _WidgetList_s {
     uiWidget* widget;
     _WidgetList_s* next;
 };
 
+// A widget's global input focus entries: each path as given, the widget it names and the next entry.
 struct _WidgetNameList_s {
     char name[128];
     uiWidget* widget; // resolved by _initialize
@@ -92,6 +96,7 @@ typedef void (*uiProgressCb)(uiWidget* widget, void* client, e_uiProgressEvent e
 // The table handed to assignCallbacks. The release callback comes before the move callback here.
 struct _WidgetMap_s {
     void* user; // not read by the library
+    // The widget's callbacks of the same names.
     uiInputCb mouseOverCb;
     uiInputCb mouseDownCb;
     uiInputCb mouseUpCb;
@@ -104,7 +109,7 @@ class UI_API uiWidget {
     friend struct ui::FrameWalk; // the frame and input recursions
 
 public:
-    static constexpr unsigned int kDepthSlots = 96;
+    static constexpr unsigned int kDepthSlots = 96; // depth names index 0 to 95; an unknown one gives 96
     static constexpr int kUIPool = 9;  // widgets, list nodes, records
     static constexpr int kBufPool = 0; // buffers, texts, locks, threads, parsers
 
@@ -122,40 +127,57 @@ public:
     virtual void applyScriptlet(const char* file);
 
 protected:
+    // Description parsing: a widget class reads its own keys in _parseParams and its own flag names in
+    // _parseSingleFlag, and hands what it does not know to its base class.
     virtual bool _parseBoolean(Parser* parser);
     virtual void _parseParams(Parser* parser, char* key);
     virtual void _parseFlags(Parser* parser);
     virtual void _parseSingleFlag(const char* name);
 
 public:
+    // One frame over the subtree, at its parent's origin (x, y): updates the active widgets (_update),
+    // draws the visible ones (_render), offers an input event until a widget takes it (true).
     virtual void update(int x, int y);
     virtual void render(int x, int y);
     virtual bool inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled);
+    // After loading: _initialize of the widget and of its subtree.
     virtual void initialize();
+    // The registered type name, and whether `typeName` is it or one of its base types.
     virtual const char* getType() = 0;
     virtual bool isType(const char* typeName);
     virtual ~uiWidget();
+    // Whether (x, y), relative to the parent, is on the widget.
     virtual bool testBounds(int x, int y);
+    // States, on the widget and with recurse on its subtree, skipping dialogs and subtrees whose override
+    // bit for that state is set. Turning one on or off calls the matching hook (_showWidget, ...).
     virtual void setVisible(bool visible, bool recurse);
     virtual void setInputFocus(bool focus, bool recurse);
     virtual bool setActive() const; // the getter of the active state
     virtual void setActive(bool active, bool recurse);
+    // Override bits: a set bit keeps this subtree's state when an ancestor changes it recursively.
     virtual void overrideVisible(bool on);
     virtual void overrideInputFocus(bool on);
     virtual void overrideActive(bool on);
+    // The states and the override bits.
     virtual bool getVisible() const;
     virtual bool getInputFocus() const;
     virtual bool getOverrideVisible() const;
     virtual bool getOverrideInputFocus() const;
     virtual bool getOverrideActive() const;
+    // The rectangle's size; setting it moves the far edges.
     virtual int getWidth() const;
     virtual int getHeight() const;
     virtual void setWidth(int w);
     virtual void setHeight(int h);
+    // The first widget of the subtree (of type `type`, if given) under (x, y); null if none. The caller
+    // frees the answer with the memory manager's UI pool.
     virtual _uiTrace_s* trace(int tag, int x, int y, const char* type);
+    // Plays a sound panned by the widget's place on the screen (mode: WP_ bits).
     virtual soundHandle* _playWithPan(const char* sound, unsigned int mode, float frequencyScale, int value);
 
 protected:
+    // What a widget class does itself: initialize after loading, draw, update, take input (true: taken),
+    // answer a trace; then the hooks of its states turning on and off.
     virtual void _initialize();
     virtual void _render(int x, int y) = 0;
     virtual void _update(int x, int y) = 0;
@@ -169,6 +191,7 @@ protected:
     virtual void _loseFocus() {}
 
 public:
+    // Fades to `alpha` over `time` ms after `delay` ms; a widget without alpha of its own passes it on.
     virtual void setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse);
 
     // Tree.
@@ -230,12 +253,15 @@ public:
     static bool s_dynamicLoading;
 
 protected:
+    // Helpers of the widget classes: a depth by name, a global input focus entry, a load progress report,
+    // releasing a sprite or a particle system instance through g_gfx.
     int _getDepthValue(const char* name);
     void _addGlobalInputFocusWidget(_WidgetNameList_s* entry);
     static void _progressReport(uiWidget* widget, e_uiProgressEvent event);
     static void _releaseSprite(int spriteId);
     void _releaseParticleSystemInstance(int instance);
 
+    // Loading: a description's text into a tree, a child's header line, a malformed line's message.
     static uiWidget* _parseUI(unsigned char* text, int length, uiWidget* parent);
     static uiWidget* _parseChildHeader(Parser* parser, uiWidget* parent);
     static void _parseError(const char* expected);
@@ -243,9 +269,11 @@ protected:
     // not the line was well formed; a missing "=" is reported and leaves *value unchanged.
     bool _parseBooleanKey(Parser* parser, const char* key, const char* name, bool* value);
 
+    // Scriptlets: applies one to this widget, reading it through the scriptlet cache.
     void _parseScriptlet(const char* file);
     unsigned char* _loadCachedScriptlet(const char* file, unsigned int* size);
 
+    // The load progress callback (registerProgCb) and its client.
     static uiProgressCb _progCb;
     static void* _progClient;
 
@@ -268,6 +296,7 @@ public:
     unsigned int flags = 0;
 
 protected:
+    // The tree links, the input focus callback (inputFocusCb) and its client, global input focus entries.
     uiWidget* parent = nullptr;
     _WidgetList_s* children = nullptr;
     uiFocusCb inputFocusFn = nullptr;
