@@ -1,11 +1,12 @@
 # Hands the headers' plain // comments to Doxygen as documentation. A comment before a declaration
 # documents it; before several declarations in a row it documents the group, which Doxygen gives to each
 # member. A comment after a declaration on its line documents that member. The file's opening comment
-# describes the class it names first ("uiDialog: ..."), or else the file. '<' in comments is literal.
+# describes the class it names first ("uiDialog: ..."), or else the file and its first class that has no
+# comment of its own. '<' in comments is literal.
 function flush_group() { if (open) { print "///@}"; open = 0 } }
 function doc(text) { sub(/\/\//, "///", text); gsub(/</, "\\<", text); return text }
 function scope(text) {
-    return text ~ /^[ \t]*(public|protected|private):/ || text ~ /^[ \t]*[{}#]/ ||
+    return text ~ /^[ \t]*(public|protected|private):/ || text ~ /^[ \t]*[{}]/ ||
            text ~ /^[ \t]*(class|struct|enum|union|namespace|typedef struct|template)[ \t<]/
 }
 {
@@ -13,16 +14,17 @@ function scope(text) {
     if (NR == 1 && match(line, /^\/\/ [A-Za-z_]+: /)) {
         print "/// \\class " substr(line, 4, RLENGTH - 5); print doc(line); head = 1; next
     }
-    if (NR == 1 && line ~ /^\/\/ /) { print "/// \\file"; print doc(line); head = 1; next }
-    if (head && line ~ /^\/\//) { print doc(line); next }
+    if (NR == 1 && line ~ /^\/\/ /) { print "/// \\file"; about = doc(line) "\n"; print doc(line); head = 2; next }
+    if (head && line ~ /^\/\//) { print doc(line); if (head == 2) about = about doc(line) "\n"; next }
     head = 0
+    if (about != "" && comments == "" && line ~ /^(class|struct) [^;]*$/) { printf "%s", about; about = "" }
     if (line ~ /^[ \t]*\/\/( |$)/) { comments = comments doc(line) "\n"; next }
     if (line ~ /^[ \t]*$/ || scope(line)) flush_group()
     if (comments != "") {
         if (!scope(line)) { flush_group(); print "///@{"; open = 1 }
         printf "%s", comments; comments = ""
     }
-    if (match(line, /[;,{][ \t]*\/\/ /)) line = substr(line, 1, RSTART) " ///< " substr(line, RSTART + RLENGTH)
+    if (match(line, /[;,{}][ \t]*\/\/ /)) line = substr(line, 1, RSTART) " ///< " substr(line, RSTART + RLENGTH)
     print line
 }
 END { flush_group() }

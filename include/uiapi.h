@@ -11,5 +11,6 @@
 #define UI_API __declspec(dllimport)
 #endif
 #else
+// Visible to games; everything else in the library is hidden.
 #define UI_API __attribute__((visibility("default")))
 #endif

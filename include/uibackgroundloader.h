@@ -31,7 +31,7 @@ public:
     static void* operator new(std::size_t size) noexcept;
     static void operator delete(void* p) noexcept;
 
-    int getState() const { return state; }
+    int getState() const { return state; } // 0 starting, 1 ready, 2 loading
     // Requests a load of `file` (at most 127 characters; null: an empty name) and returns at once.
     void loadWidget(const char* file);
     // Waits until the state is 1, then returns the held tree and holds `replacement` instead.
@@ -40,7 +40,7 @@ public:
     void terminate() { terminateRequested = true; }
 
 protected:
-    static unsigned int _start(void* loader);
+    static unsigned int _start(void* loader); // the worker thread's body
 
 private:
     void _run();

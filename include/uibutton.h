@@ -58,7 +58,7 @@ protected:
     void _deactivate() override;
     void _loseFocus() override;
 
-    virtual void _parseHotkey(const char* name);
+    virtual void _parseHotkey(const char* name); // a KEY_ name of the description into hotkey
     // The animation for the current state; a change restarts the animation at frame 0.
     virtual int _getButtonAnim();
     virtual void _resetHover(bool on);
@@ -72,6 +72,8 @@ protected:
     void _enterFocusStack();
     void _leaveFocusStack();
 
+    // The button's state: pressed, the frame of the last click, hovered, its hotkey, its particle system
+    // (instance and file), its sounds, its animation clock, frame rate and last animation.
     bool pressed = false;
     unsigned long long lastClickTick = 0ULL - 20; // far enough back that the first press counts
     bool hovering = false;
@@ -87,6 +89,7 @@ protected:
     // stack, so that trees deleted on a loading thread never wait for the subsystem lock.
     bool pushedFocus = false;
 
+    // The sounds of buttons that name none.
     static const char* s_clickDefault;
     static const char* s_highlightDefault;
 };

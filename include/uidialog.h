@@ -40,12 +40,16 @@ public:
     virtual int getState() const { return m_state; }
     virtual int getLastState() const { return m_state; }
 
-    bool takesFocus() { return m_takesFocus; }
+    bool takesFocus() { return m_takesFocus; } // the description's takefocus
+    // A number the game keeps with the dialog; the library does not read it.
     int getUserValue() const { return m_userValue; }
     void setUserValue(int value) { m_userValue = value; }
+    // Called with `data` each time the dialog is hidden (popped).
     void dlgHideCb(uiDialogHideCb callback, void* data);
 
+    // Adds a widget at the end of the tab order.
     void addTabEntry(uiWidget* w);
+    // Gives the input focus to the current tab entry alone.
     void resetTabFocus();
     // Takes `subtree` and every widget below it out of the tab order, before they are deleted. When the
     // current entry goes, the first remaining one becomes current (without a focus change).
@@ -54,14 +58,14 @@ public:
 protected:
     void _parseParams(Parser* parser, char* key) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
-    void _resetParticleSystems(uiWidget* root);
+    void _resetParticleSystems(uiWidget* root); // starts the particle systems below `root` again
 
     struct TabNode {
         uiWidget* widget;
         TabNode* next;
     };
 
-    void _moveTabFocus(TabNode* to);
+    void _moveTabFocus(TabNode* to); // makes `to` the current tab entry, with the input focus
 
     TabNode* m_tabHead = nullptr;
     TabNode* m_tabTail = nullptr;

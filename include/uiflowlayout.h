@@ -24,6 +24,7 @@ class UI_API uiFlowLayout : public uiNonVisualWidget {
     UI_DECLARE_WIDGET(uiFlowLayout)
 
 public:
+    // Rows from left to right, or columns from top to bottom.
     enum flowType_e { HORIZONTAL = 0, VERTICAL = 1 };
 
     uiFlowLayout() = default;
@@ -31,6 +32,7 @@ public:
     uiFlowLayout(const uiFlowLayout& other);
     uiFlowLayout& operator=(const uiFlowLayout& other);
 
+    // The direction.
     flowType_e getFlowType() const { return flowType; }
     void setFlowType(flowType_e type) { flowType = type; } // places nothing again
 

@@ -11,11 +11,12 @@ class UI_API uiGameContainer : public uiNonVisualWidget {
     UI_DECLARE_WIDGET(uiGameContainer)
 
 public:
+    // Pausing fades the subtree out and stops its updates; resuming fades it in again.
     bool getPaused() const { return paused; }
     void setPaused(bool p);
 
-    void update(int x, int y) override;
+    void update(int x, int y) override; // nothing while paused
     void setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) override;
 
-    bool paused = false;
+    bool paused = false; // as getPaused
 };

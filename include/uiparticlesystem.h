@@ -20,6 +20,8 @@ class UI_API uiParticleSystem : public uiWidget {
     UI_DECLARE_WIDGET(uiParticleSystem)
 
 public:
+    // The instance of the effect file `file`, replacing any earlier one; its graphics service handle (-1:
+    // none); starting it again; stopping its emitters (the particles live out their lives); releasing it.
     void loadPsys(const char* file);
     int getId() const { return psysInstance; }
     void reset();

@@ -25,11 +25,13 @@ public:
     uiProgressBar();
     ~uiProgressBar() override;
 
+    // The values of an empty and a full bar.
     void setRange(int min, int max);
+    // step() adds the step size to the value, delta(d) adds d; both stay within the range.
     void setStep(int s) { stepSize = s; }
     void step();
     void delta(int d);
-    bool isFull() const;
+    bool isFull() const; // whether the shown fill has reached the maximum
 
     // The value is kept within the range; `immediate` shows it at once, without smoothing.
     virtual void setValue(int v, bool immediate);

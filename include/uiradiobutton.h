@@ -15,6 +15,7 @@ public:
     uiRadioButton() = default;
     ~uiRadioButton() override = default;
 
+    // The value the button stands for in its group.
     int getValue() const { return value; }
     void setValue(int v) { value = v; }
     // Changes this button only; uiRadioGroup::setValue keeps a group consistent.
@@ -26,6 +27,6 @@ protected:
     void _render(int x, int y) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
-    int value = -1;
-    bool selected = false;
+    int value = -1;        // as getValue
+    bool selected = false; // as isSelected
 };

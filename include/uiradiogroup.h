@@ -23,6 +23,8 @@ public:
 protected:
     void _parseParams(Parser* parser, char* key) override;
 
+    // Selects the radio buttons of `value` below `parent` (and no others); the value of the selected one
+    // (-1: none). Nested groups are left alone.
     virtual void _setValue(const uiWidget* parent, int value);
     int _getValue(const uiWidget* parent) const;
 };

@@ -32,9 +32,9 @@ protected:
     // Room of the thumb's centre along the track: positive unless the thumb cannot move.
     float _travel() const;
 
-    int minX = 0;
+    int minX = 0;     // minx: leftmost x of the thumb
     int maxRight = 1; // rightmost position of the thumb's right edge
     int dragX = 0;    // pointer x that the thumb follows while dragging
-    int dragY = 0;
-    int maxX = 1;
+    int dragY = 0;    // pointer y while dragging
+    int maxX = 1;     // maxx: rightmost x of the thumb (its left edge)
 };

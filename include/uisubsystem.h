@@ -91,6 +91,8 @@ protected:
         DialogNode* next;
     };
 
+    // The dialog stack's steps: queueing and dropping commands, pushing and popping now, running the
+    // queue each frame; and drawing the statistics overlay.
     void _addDialogStackCmd(int kind, uiDialog* d);
     void _removeDialogStackCmd();
     void _pushDialog(uiDialog* d);

@@ -23,6 +23,7 @@ class UI_API uiTextWidget : public uiWidget {
     UI_DECLARE_WIDGET(uiTextWidget)
 
 public:
+    // Justification bits of `justify` (RIGHT and CENTER together give 3).
     static constexpr unsigned int JUSTIFY_LEFT = 0;
     static constexpr unsigned int JUSTIFY_RIGHT = 1;
     static constexpr unsigned int JUSTIFY_CENTER = 2;

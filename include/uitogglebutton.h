@@ -15,6 +15,8 @@ public:
     uiToggleButton() = default;
     ~uiToggleButton() override;
 
+    // The sprite drawn while on, by name (created at the next activation), and the state: set, read,
+    // flipped.
     virtual bool setSprite2(const char* file);
     virtual void setToggle(bool on);
     virtual bool getToggle() const;
@@ -27,6 +29,7 @@ protected:
     void _render(int x, int y) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
+    // The state, the second sprite's handle and its name.
     int toggled = 0;
     int sprite2 = -1;
     char sprite2Name[128] = {};

@@ -39,7 +39,7 @@ public:
     virtual int getSpriteId();
     virtual unsigned char getAlpha();
 
-    void setSortLevel(int level) { sortLevel = level; }
+    void setSortLevel(int level) { sortLevel = level; } // order among draws of the same depth
 
 protected:
     void _parseParams(Parser* parser, char* key) override;
@@ -49,7 +49,7 @@ protected:
     void _render(int x, int y) override;
     bool _inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) override;
 
-    void _lerpToTargetAlpha(unsigned int milliseconds);
+    void _lerpToTargetAlpha(unsigned int milliseconds); // advances a fade by the frame's milliseconds
 
 private:
     // Gives the sprite back through uiWidget::_releaseSprite and forgets the handle. The library's own

@@ -57,25 +57,29 @@ enum : unsigned int {
 
 // A widget's rectangle, relative to its parent: left, top, right, bottom.
 struct _uiRect_s {
+    // Left, top, right and bottom edges.
     int x, y, x2, y2; // x2 and y2 lie outside the rectangle
 };
 
 // What trace found: the widget under a point, and the point relative to the widget's parent.
 struct _uiTrace_s {
+    // The point and the widget.
     int x, y;
     uiWidget* widget;
 };
 
 // A widget's children, in the order they were added: each child and the next entry (null at the end).
 struct _WidgetList_s {
+    // The child and the next entry.
     uiWidget* widget;
     _WidgetList_s* next;
 };
 
 // A widget's global input focus entries: each path as given, the widget it names and the next entry.
 struct _WidgetNameList_s {
+    // The path, the widget it names (resolved by _initialize) and the next entry.
     char name[128];
-    uiWidget* widget; // resolved by _initialize
+    uiWidget* widget;
     _WidgetNameList_s* next;
 };
 

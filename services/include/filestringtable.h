@@ -19,7 +19,7 @@ public:
     void clear();
     int size() const { return m_count; }
 
-    const unsigned char* translate(const char* key) override;
+    const unsigned char* translate(const char* key) override; // the value, or the key itself
 
 private:
     struct Entry {

@@ -10,20 +10,22 @@
 
 class UI_API Logger {
 public:
+    // Where messages go: a game installs its own with setSink.
     class UI_API Sink {
     public:
         virtual ~Sink();
-        virtual void write(int severity, const char* text) = 0;
+        virtual void write(int severity, const char* text) = 0; // one whole message, markup intact
         virtual int registerClient(const char* name); // default: a process-wide id counting from 1
     };
     static constexpr std::size_t kMaxMessage = 4096; // longer messages are cut, keeping the final form feed
 
+    // Logs a message (0 information, 1 warning, 2 error).
     static void log(int severity, const char* format, ...)
 #if defined(__GNUC__)
         __attribute__((format(printf, 2, 3)))
 #endif
         ;
-    static int registerClient(const char* name);
+    static int registerClient(const char* name); // asks the sink for an id for a named client
     static void setSink(Sink* sink); // null: built-in sink (stderr); returns once no call uses the old one
     static Sink* sink();             // the installed sink, null for the built-in one
 

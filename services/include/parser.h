@@ -18,8 +18,11 @@ public:
     char* GetToken(const char* delimiters); // next token of the current line, null at its end
     bool GetEqualsToken();                  // true (and consumed) when the next token is "="
     char* GetString();                      // quoted content, or the rest of the line trimmed; never null
+    // The number of the current line.
     int GetLineNumber() const { return m_lineNumber; }
 
+    // Key readers for a widget's _parseParams: true when `key` is `name`, reading "= value" (two values
+    // for the _2 forms) of the current line into the pointed-to variables.
     bool ParamEqualsInt32(const char* key, const char* name, int* value);
     bool ParamEqualsUInt32(const char* key, const char* name, unsigned int* value);
     bool ParamEqualsFloat32(const char* key, const char* name, float* value);

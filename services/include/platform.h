@@ -2,8 +2,11 @@
 #pragma once
 #include "uiapi.h"
 
+// Sleeping and the mouse cursor for the library.
 namespace Platform {
-UI_API void Sleep(unsigned int ms); // 0 yields
+// The calls the library makes, handed to the installed backend: sleep (0 yields), show or hide the
+// system cursor, where the cursor is.
+UI_API void Sleep(unsigned int ms);
 UI_API void ShowCursor(bool show);
 UI_API void GetCursorPos(int& x, int& y);
 
@@ -18,6 +21,7 @@ class UI_API Backend {
 public:
     constexpr Backend() = default;
     virtual ~Backend();
+    // As Sleep, ShowCursor and GetCursorPos.
     virtual void sleep(unsigned int ms);
     virtual void showCursor(bool show);
     virtual void getCursorPos(int& x, int& y);

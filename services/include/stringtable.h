@@ -2,10 +2,11 @@
 #pragma once
 #include "uiapi.h"
 
+// The interface a game implements (or FileStringTable) to translate the texts of descriptions.
 class UI_API StringTable {
 public:
     virtual ~StringTable();
-    virtual const unsigned char* translate(const char* key) = 0;
+    virtual const unsigned char* translate(const char* key) = 0; // the UTF-8 text for `key`
 };
 
 extern UI_API StringTable* g_stringTblPtr; // starts null

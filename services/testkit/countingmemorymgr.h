@@ -21,8 +21,9 @@ public:
     void failAt(long long n); // the allocation with index n from now (0 = the next) returns null; -1: none
     bool failed() const;      // an allocation failed since the last failAt() or reset()
 
+    // Blocks and bytes handed out and not yet freed, of one pool or of all.
     long long outstandingBlocks(int pool) const;
-    long long outstandingBlocks() const; // over all pools
+    long long outstandingBlocks() const;
     long long outstandingBytes(int pool) const;
     std::string report() const; // outstanding blocks with pool, size and file:line, oldest first
 

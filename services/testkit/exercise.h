@@ -6,6 +6,7 @@
 
 namespace testkit {
 
+// Runs the workout on `ui`.
 void exercise(uiSubsystem& ui);
 
 // A screen's whole life with a subsystem of its own: loaded from `file` through uiSubsystem::loadUI,

@@ -8,19 +8,22 @@
 
 namespace testkit {
 
+// One logged message.
 struct LogEntry {
-    int severity;
-    std::string text;
+    int severity;     // 0 information, 1 warning, 2 error
+    std::string text; // as logged, markup and form feed included
 };
 
+// A log sink that keeps every message for the test to look at.
 class LogCapture : public Logger::Sink {
 public:
+    // What was logged: every entry, whether one with exactly this text was, how many.
     std::vector<LogEntry> entries() const;
     bool has(int severity, const std::string& exactText) const;
     int count() const;
     int count(int severity, const std::string& exactText) const; // entries with exactly this text
-    void clear();
-    std::vector<std::string> clients() const;
+    void clear();                             // forgets the entries
+    std::vector<std::string> clients() const; // names given to registerClient, in order
     std::string dump() const; // every entry on a line of its own, for failure messages
 
     void write(int severity, const char* text) override;

@@ -12,6 +12,7 @@ namespace testkit {
 
 class MemoryFiles : public File::Backend {
 public:
+    // Files by name: added (or replaced), removed.
     void add(const std::string& name, const std::string& contents);
     void remove(const std::string& name);
     void failRead(const std::string& name);   // reads of this file return 0

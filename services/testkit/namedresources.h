@@ -7,6 +7,7 @@
 
 namespace testkit {
 
+// The resources, by id and by name.
 template <class T> class NamedResources {
 public:
     // The resource of that name, made with T's defaults when new.
@@ -17,10 +18,11 @@ public:
         m_items.back().name = name;
         return static_cast<int>(m_items.size()) - 1;
     }
+    // By name (made when new) or by id (null when there is none).
     T& operator[](const std::string& name) { return m_items[index(name)]; }
     T* at(int id) { return id >= 0 && id < static_cast<int>(m_items.size()) ? &m_items[id] : nullptr; }
 
-    void fail(const std::string& name) { m_failing.insert(name); }
+    void fail(const std::string& name) { m_failing.insert(name); } // acquiring it fails from now on
     int acquire(const char* name) { // -1 for null and failing names
         if (!name || m_failing.count(name)) return -1;
         int id = index(name);
@@ -33,6 +35,7 @@ public:
         --item->refs;
         return true;
     }
+    // Creations not yet released, over all resources.
     int live() const {
         int refs = 0;
         for (const T& item : m_items)

@@ -22,25 +22,32 @@ namespace testkit {
 // int (and unsigned) arguments in order; floats the float arguments; text the name or text argument,
 // 32-bit texts converted to UTF-8 (createParticleSystemInstance: the file).
 struct GfxCall {
+    // The method, its int, float and text arguments.
     std::string fn;
     std::vector<int> ints;
     std::vector<float> floats;
     std::string text;
 };
 
+// A graphics service that records every call and answers from what the test defined: sprites and fonts
+// of given sizes, failures on demand, pixel masks for alpha tests.
 class RecordingGfx : public gfxSubsystem {
 public:
-    std::vector<GfxCall> calls;
+    std::vector<GfxCall> calls; // every call, in order
+    // What getScreenWidth, getMaxDepthNode and getStatistics answer.
     int screenWidth = 800;
     int maxDepth = 95;
     gfxStatistics_s stats{};
 
     void clear(); // forgets the recorded calls only
+    // The recorded calls of one method, and how many there were.
     std::vector<GfxCall> named(const std::string& fn) const;
     std::vector<std::vector<int>> ints(const std::string& fn) const; // the int arguments of each call of fn
     std::vector<std::string> texts(const std::string& fn) const;     // the text argument of each call of fn
     int count(const std::string& fn) const;
 
+    // Sprites: a size and frame counts per animation; a name whose creation fails; which pixels are
+    // opaque for alpha tests.
     void defineSprite(const std::string& name, int w, int h, std::vector<int> framesPerAnim = {1});
     void failSprite(const std::string& name);
     void setAlphaMask(const std::string& sprite,
@@ -49,12 +56,16 @@ public:
     int liveSprites() const;                     // creations minus releases
     int overReleases() const;                    // releases of sprites or fonts that were not held
 
+    // Fonts: a height and one width for every character, a character's own width, a character the font
+    // lacks, a name whose creation fails; fonts created and not released.
     void defineFont(const std::string& name, int height, int charWidth);
     void setCharWidth(const std::string& font, unsigned int ch, int w);
     void setMissingGlyph(const std::string& font, unsigned int ch);
     void failFont(const std::string& name);
     int liveFonts() const;
 
+    // Particle systems: a file whose instances fail, an instance's answer to
+    // particleSystemInstanceIsDead, an instance's owner, instances not released.
     void failParticles(const std::string& file);
     void setParticleDead(int instance, bool dead);
     std::string particleOwner(int instance) const;

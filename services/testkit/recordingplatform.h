@@ -12,8 +12,8 @@ class RecordingPlatform : public Platform::Backend {
 public:
     std::vector<bool> shows; // every ShowCursor argument, in order
 
-    void setCursor(int x, int y);
-    int sleeps() const { return m_sleeps.load(); }
+    void setCursor(int x, int y);                   // where GetCursorPos says the cursor is
+    int sleeps() const { return m_sleeps.load(); } // Sleep calls so far
 
     void sleep(unsigned int ms) override;
     void showCursor(bool show) override;

@@ -11,20 +11,22 @@
 namespace testkit {
 
 struct SoundPlay {
+    // The sound, and the frequency scale and pan set on its handle.
     std::string name;
     float freq = 1.0f;
     float pan = 0.0f;
 };
 
+// A sound service that records what is played.
 class RecordingSound : public soundSubsystem {
 public:
-    std::vector<std::string> played;
-    std::vector<SoundPlay> plays;
-    bool silent = false;
+    std::vector<std::string> played; // the names, in order
+    std::vector<SoundPlay> plays;    // the same with frequency scale and pan
+    bool silent = false;             // playSound answers null
 
     RecordingSound();
     ~RecordingSound() override;
-    void clear();
+    void clear(); // forgets what was played
     soundHandle* playSound(e_soundTypes type, const char* name, bool, bool) override;
 
 private:

@@ -12,12 +12,14 @@ namespace testkit {
 // load allocated outlives the services it was allocated from.
 class Screen {
 public:
+    // Loads `description` (stored as `file`), or a file the test has already provided.
     Screen(Services& svc, const std::string& description, const char* file = "screen.txt");
     explicit Screen(const char* file); // a file the test has already provided
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
+    // The loaded root (null when the load failed), also through -> and as a truth value.
     uiWidget* root() const { return m_root; }
     uiWidget* operator->() const { return m_root; }
     explicit operator bool() const { return m_root != nullptr; }

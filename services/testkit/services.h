@@ -22,6 +22,7 @@ public:
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
 
+    // The services, installed in the library's globals for the object's life.
     RecordingGfx gfx;
     RecordingSound sound;
     MemoryFiles files;

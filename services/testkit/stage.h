@@ -9,11 +9,12 @@ namespace testkit {
 
 class Stage {
 public:
-    explicit Stage(int width = 800, int height = 600);
+    explicit Stage(int width = 800, int height = 600); // the root's size
     ~Stage(); // deletes the root and its tree, then the subsystem
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
+    // The stage's subsystem and its root widget.
     uiSubsystem& ui() { return m_ui; }
     uiWidget* root() const { return m_root; }
 
