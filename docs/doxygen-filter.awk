@@ -3,6 +3,13 @@
 # member. A comment after a declaration on its line documents that member. The file's opening comment
 # describes the class it names first ("uiDialog: ..."), or else the file and its first class that has no
 # comment of its own. '<' in comments is literal.
+BEGIN { # the classes the file defines
+    while ((getline text < ARGV[1]) > 0)
+        if (match(text, /^(class|struct) (UI_API )?[A-Za-z_]+ /)) {
+            name = substr(text, RSTART, RLENGTH - 1); sub(/^(class|struct) (UI_API )?/, "", name); defined[name] = 1
+        }
+    close(ARGV[1])
+}
 function flush_group() { if (open) { print "///@}"; open = 0 } }
 function doc(text) { sub(/\/\//, "///", text); gsub(/</, "\\<", text); return text }
 function scope(text) {
@@ -11,7 +18,7 @@ function scope(text) {
 }
 {
     line = $0
-    if (NR == 1 && match(line, /^\/\/ [A-Za-z_]+: /)) {
+    if (NR == 1 && match(line, /^\/\/ [A-Za-z_]+: /) && (substr(line, 4, RLENGTH - 5) in defined)) {
         print "/// \\class " substr(line, 4, RLENGTH - 5); print doc(line); head = 1; next
     }
     if (NR == 1 && line ~ /^\/\/ /) { print "/// \\file"; about = doc(line) "\n"; print doc(line); head = 2; next }
