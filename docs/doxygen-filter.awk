@@ -1,8 +1,8 @@
 # Hands the headers' plain // comments to Doxygen as documentation. A comment before a declaration
 # documents it; before several declarations in a row it documents the group, which Doxygen gives to each
 # member. A comment after a declaration on its line documents that member. The file's opening comment
-# describes the class it names first ("uiDialog: ..."), or else the file and its first class that has no
-# comment of its own. '<' in comments is literal.
+# describes the class it names first ("uiDialog: ..."), or else the file and its first class or enum
+# without a comment of its own. '<' in comments is literal; macro definitions pass through as they are.
 BEGIN { # the classes the file defines
     while ((getline text < ARGV[1]) > 0)
         if (match(text, /^(class|struct) (UI_API )?[A-Za-z_]+ /)) {
@@ -24,11 +24,13 @@ function scope(text) {
     if (NR == 1 && line ~ /^\/\/ /) { print "/// \\file"; about = doc(line) "\n"; print doc(line); head = 2; next }
     if (head && line ~ /^\/\//) { print doc(line); if (head == 2) about = about doc(line) "\n"; next }
     head = 0
-    if (about != "" && comments == "" && line ~ /^(class|struct) [^;]*$/) { printf "%s", about; about = "" }
+    if (continued) { continued = line ~ /\\$/; print line; next } # inside a macro's definition
+    continued = line ~ /\\$/
+    if (about != "" && comments == "" && line ~ /^(class|struct|enum) [^;]*$/) { printf "%s", about; about = "" }
     if (line ~ /^[ \t]*\/\/( |$)/) { comments = comments doc(line) "\n"; next }
     if (line ~ /^[ \t]*$/ || scope(line)) flush_group()
     if (comments != "") {
-        if (!scope(line)) { flush_group(); print "///@{"; open = 1 }
+        if (!scope(line) && line !~ /^[ \t]*#/) { flush_group(); print "///@{"; open = 1 }
         printf "%s", comments; comments = ""
     }
     if (match(line, /[;,{}][ \t]*\/\/ /)) line = substr(line, 1, RSTART) " ///< " substr(line, RSTART + RLENGTH)

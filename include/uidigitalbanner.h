@@ -39,8 +39,8 @@ struct dbPieceAction_t {
     // Where the piece moves from and to.
     float startX, startY;
     float endX, endY;
-    int delay;    // ms from the start of the phase before the movement begins
-    int duration; // ms the movement or fade lasts
+    int delay;            // ms from the start of the phase before the movement begins
+    int duration;         // ms the movement or fade lasts
     pieceAction_t action; // how the piece enters or leaves
     int flashes;          // FLASH only
 };
@@ -50,19 +50,19 @@ enum : int { DBP_ENTERING = 0, DBP_HOLDING = 1, DBP_LEAVING = 2, DBP_DONE = 3 };
 
 // One piece of a message: its text and how it enters, holds and leaves.
 struct dbMessagePiece_t {
-    char text[128];     // the piece's text
-    dbPieceAction_t in; // entering
-    int hold; // ms in place; -1: until another message waits
+    char text[128];      // the piece's text
+    dbPieceAction_t in;  // entering
+    int hold;            // ms in place; -1: until another message waits
     dbPieceAction_t out; // leaving
-    int timer; // ms spent in the current phase
-    int state; // DBP_*
+    int timer;           // ms spent in the current phase
+    int state;           // DBP_*
 };
 
 // A queued message: its pieces, in a list ordered by priority.
 struct dbMessage_t {
-    unsigned int priority; // lower values are shown first
-    int length;            // width of all pieces' texts
-    bool started;          // the pieces' positions are set up
+    unsigned int priority;    // lower values are shown first
+    int length;               // width of all pieces' texts
+    bool started;             // the pieces' positions are set up
     unsigned int pieceCount;  // pieces in the block
     dbMessagePiece_t* pieces; // one block, owned by the message
     dbMessage_t* next;        // the next message in the queue
@@ -133,5 +133,5 @@ public:
 
 protected:
     dbMessage_t* messages = nullptr; // head: the message shown
-    unsigned int messageCount = 0; // messages in the queue
+    unsigned int messageCount = 0;   // messages in the queue
 };

@@ -114,8 +114,8 @@ class UI_API uiWidget {
 
 public:
     static constexpr unsigned int kDepthSlots = 96; // depth names index 0 to 95; an unknown one gives 96
-    static constexpr int kUIPool = 9;  // widgets, list nodes, records
-    static constexpr int kBufPool = 0; // buffers, texts, locks, threads, parsers
+    static constexpr int kUIPool = 9;               // widgets, list nodes, records
+    static constexpr int kBufPool = 0;              // buffers, texts, locks, threads, parsers
 
     uiWidget();
     uiWidget(const uiWidget&) = delete;

@@ -5,7 +5,7 @@
 
 // Figures of the last frame, shown by the subsystem's statistics overlay.
 struct gfxStatistics_s {
-    float fps;                                     // frames per second
+    float fps; // frames per second
     // Memory in use and draw counts, as the service counts them.
     int tmem, cmem, mxmem, total, text, psys, blt;
 };
@@ -69,7 +69,7 @@ public:
     // An event for the service; the library sends one to restart a particle system instance.
     virtual void addEvent(int event, int a, int b, int c, float f, void* p) = 0;
 
-    virtual int getScreenWidth() = 0; // in pixels
+    virtual int getScreenWidth() = 0;  // in pixels
     virtual int getMaxDepthNode() = 0; // the highest depth, drawn over all others
     // Threads other than the game's (background loaders) announce themselves before they create sprites
     // and fonts.

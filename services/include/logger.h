@@ -15,7 +15,7 @@ public:
     public:
         virtual ~Sink();
         virtual void write(int severity, const char* text) = 0; // one whole message, markup intact
-        virtual int registerClient(const char* name); // default: a process-wide id counting from 1
+        virtual int registerClient(const char* name);           // default: a process-wide id counting from 1
     };
     static constexpr std::size_t kMaxMessage = 4096; // longer messages are cut, keeping the final form feed
 

@@ -22,8 +22,8 @@ public:
     bool has(int severity, const std::string& exactText) const;
     int count() const;
     int count(int severity, const std::string& exactText) const; // entries with exactly this text
-    void clear();                             // forgets the entries
-    std::vector<std::string> clients() const; // names given to registerClient, in order
+    void clear();                                                // forgets the entries
+    std::vector<std::string> clients() const;                    // names given to registerClient, in order
     std::string dump() const; // every entry on a line of its own, for failure messages
 
     void write(int severity, const char* text) override;

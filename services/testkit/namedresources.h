@@ -23,7 +23,7 @@ public:
     T* at(int id) { return id >= 0 && id < static_cast<int>(m_items.size()) ? &m_items[id] : nullptr; }
 
     void fail(const std::string& name) { m_failing.insert(name); } // acquiring it fails from now on
-    int acquire(const char* name) { // -1 for null and failing names
+    int acquire(const char* name) {                                // -1 for null and failing names
         if (!name || m_failing.count(name)) return -1;
         int id = index(name);
         ++m_items[id].refs;

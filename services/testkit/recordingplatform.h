@@ -12,7 +12,7 @@ class RecordingPlatform : public Platform::Backend {
 public:
     std::vector<bool> shows; // every ShowCursor argument, in order
 
-    void setCursor(int x, int y);                   // where GetCursorPos says the cursor is
+    void setCursor(int x, int y);                  // where GetCursorPos says the cursor is
     int sleeps() const { return m_sleeps.load(); } // Sleep calls so far
 
     void sleep(unsigned int ms) override;

@@ -10,7 +10,7 @@ namespace testkit {
 class Stage {
 public:
     explicit Stage(int width = 800, int height = 600); // the root's size
-    ~Stage(); // deletes the root and its tree, then the subsystem
+    ~Stage();                                          // deletes the root and its tree, then the subsystem
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
