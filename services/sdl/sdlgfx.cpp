@@ -6,14 +6,15 @@
 #include "particles.h"
 
 SdlGfx::SdlGfx(const std::string& assetDir, int width, int height)
-    : m_assetDir(assetDir), m_width(width), m_height(height) {
+    : ParticleGfx("SdlGfx", assetDir), m_width(width), m_height(height) {
     m_target = SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, SDL_PIXELFORMAT_RGBA32);
     if (m_target) m_renderer = SDL_CreateSoftwareRenderer(m_target);
     if (!m_renderer) Logger::log(2, "SdlGfx: no off-screen renderer: %s\f", SDL_GetError());
     _openFontLibrary();
 }
 
-SdlGfx::SdlGfx(const std::string& assetDir, SDL_Window* window) : m_assetDir(assetDir), m_window(window) {
+SdlGfx::SdlGfx(const std::string& assetDir, SDL_Window* window)
+    : ParticleGfx("SdlGfx", assetDir), m_window(window) {
     SDL_GetWindowSize(window, &m_width, &m_height);
     m_renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC);
     if (!m_renderer) m_renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
@@ -82,16 +83,13 @@ void SdlGfx::_updateStatistics() {
         if (font)
             for (const auto& glyph : font->glyphs)
                 if (glyph.second) glyphBytes += glyph.second->bytes();
-    int particles = 0;
-    for (const auto& entry : m_psys)
-        particles += static_cast<int>(entry.second.instance->particles().size());
     m_stats.tmem = static_cast<int>(sheetBytes / 1024);
     m_stats.cmem = static_cast<int>(glyphBytes / 1024);
     m_stats.mxmem = std::max(m_stats.mxmem, m_stats.tmem + m_stats.cmem);
     m_stats.total = static_cast<int>(m_queue.size());
     m_stats.blt = m_frameBlts;
     m_stats.text = m_frameTexts;
-    m_stats.psys = particles;
+    m_stats.psys = _particleCount();
     m_frameBlts = m_frameTexts = 0;
 }
 

@@ -14,14 +14,10 @@
 #include <string>
 #include <vector>
 #include "descriptors.h"
-#include "gfxsubsystem.h"
+#include "particlegfx.h"
 #include "sdlimage.h"
 
-namespace assets {
-class ParticleInstance;
-}
-
-class SdlGfx : public gfxSubsystem {
+class SdlGfx : public assets::ParticleGfx {
 public:
     // Off screen: draws into a width x height picture; needs no display.
     SdlGfx(const std::string& assetDir, int width, int height);
@@ -74,14 +70,7 @@ public:
     void getTextRect(int font, unsigned int justify, int x, int y, const unsigned int* text, int* x1, int* y1,
                      int* x2, int* y2) override;
 
-    int createParticleSystemInstance(const char* owner, const char* file) override;
-    void releaseParticleSystemInstance(const char* owner) override;
-    void releaseParticleSystemInstance(int instance) override;
-    void updateParticleSystem(int instance, int x, int y, float seconds) override;
     void psemit(int depth, int instance, float alpha) override;
-    bool particleSystemInstanceIsDead(int instance) override;
-    void particleSystemInstanceStopEmitters(int instance) override;
-    void addEvent(int event, int a, int b, int c, float f, void* p) override;
 
     int getScreenWidth() override { return m_width; }
     int getMaxDepthNode() override { return kMaxDepth; }
@@ -90,7 +79,6 @@ public:
     const gfxStatistics_s* getStatistics() override { return &m_stats; }
 
     static constexpr int kMaxDepth = 127;
-    static constexpr int kParticleRestartEvent = 4;
 
 private:
     struct Sheet {
@@ -106,10 +94,6 @@ private:
         std::map<unsigned int, sdlsvc::ImagePtr> glyphs;
         int refs = 1;
     };
-    struct Psys {
-        std::unique_ptr<assets::ParticleInstance> instance;
-        int sprite = -1;
-    };
     struct DrawItem {
         int depth, level;
         unsigned int seq;
@@ -124,7 +108,6 @@ private:
     bool _loadFont(const std::string& name, Font& font);
     Sheet* _sheet(int sprite);
     Font* _font(int font);
-    Psys* _psys(int instance);
     void _queue(int depth, int level, const sdlsvc::ImagePtr& image, const SDL_Rect& src, const SDL_Rect& dst,
                 int alpha, SDL_Color tint = SDL_Color{255, 255, 255, 255});
     void _queueFrame(int depth, int level, int sprite, int x, int y, int srcX, int srcY, int w, int h,
@@ -134,8 +117,6 @@ private:
     int _lineWidth(Font& font, const unsigned int* text);
     void _updateStatistics();
 
-    std::recursive_mutex m_lock;
-    std::string m_assetDir;
     int m_width = 0, m_height = 0;
     SDL_Surface* m_target = nullptr; // off screen only
     SDL_Window* m_window = nullptr;
@@ -145,8 +126,6 @@ private:
 
     std::vector<std::unique_ptr<Sheet>> m_sheets;
     std::vector<std::unique_ptr<Font>> m_fonts;
-    std::map<int, Psys> m_psys;
-    int m_nextPsys = 0;
     std::vector<DrawItem> m_queue;
 
     gfxStatistics_s m_stats{};

@@ -5,7 +5,7 @@
 #include "webpage.h"
 
 WebGfx::WebGfx(const std::string& assetDir, int width, int height)
-    : m_assetDir(assetDir), m_width(width), m_height(height) {}
+    : ParticleGfx("WebGfx", assetDir), m_width(width), m_height(height) {}
 
 WebGfx::~WebGfx() = default;
 
@@ -46,15 +46,12 @@ void WebGfx::_updateStatistics() {
         if (font)
             for (const auto& glyph : font->glyphs)
                 if (glyph.second.image) glyphBytes += glyph.second.image->bytes();
-    int particles = 0;
-    for (const auto& entry : m_psys)
-        particles += static_cast<int>(entry.second.instance->particles().size());
     m_stats.tmem = static_cast<int>(sheetBytes / 1024);
     m_stats.cmem = static_cast<int>(glyphBytes / 1024);
     m_stats.mxmem = std::max(m_stats.mxmem, m_stats.tmem + m_stats.cmem);
     m_stats.total = static_cast<int>(m_queue.size());
     m_stats.blt = m_frameBlts;
     m_stats.text = m_frameTexts;
-    m_stats.psys = particles;
+    m_stats.psys = _particleCount();
     m_frameBlts = m_frameTexts = 0;
 }

@@ -14,15 +14,12 @@
 #include <string>
 #include <vector>
 #include "descriptors.h"
-#include "gfxsubsystem.h"
+#include "particlegfx.h"
 #include "webimage.h"
 
-namespace assets {
-class ParticleInstance;
-}
 struct stbtt_fontinfo;
 
-class WebGfx : public gfxSubsystem {
+class WebGfx : public assets::ParticleGfx {
 public:
     WebGfx(const std::string& assetDir, int width, int height);
     ~WebGfx() override;
@@ -63,14 +60,7 @@ public:
     void getTextRect(int font, unsigned int justify, int x, int y, const unsigned int* text, int* x1, int* y1,
                      int* x2, int* y2) override;
 
-    int createParticleSystemInstance(const char* owner, const char* file) override;
-    void releaseParticleSystemInstance(const char* owner) override;
-    void releaseParticleSystemInstance(int instance) override;
-    void updateParticleSystem(int instance, int x, int y, float seconds) override;
     void psemit(int depth, int instance, float alpha) override;
-    bool particleSystemInstanceIsDead(int instance) override;
-    void particleSystemInstanceStopEmitters(int instance) override;
-    void addEvent(int event, int a, int b, int c, float f, void* p) override;
 
     int getScreenWidth() override { return m_width; }
     int getMaxDepthNode() override { return kMaxDepth; }
@@ -79,7 +69,6 @@ public:
     const gfxStatistics_s* getStatistics() override { return &m_stats; }
 
     static constexpr int kMaxDepth = 127;
-    static constexpr int kParticleRestartEvent = 4;
 
 private:
     struct Sheet {
@@ -105,10 +94,6 @@ private:
         std::map<unsigned int, Glyph> glyphs;
         int refs = 1;
     };
-    struct Psys {
-        std::unique_ptr<assets::ParticleInstance> instance;
-        int sprite = -1;
-    };
     struct DrawItem {
         int depth, level;
         unsigned int seq;
@@ -121,7 +106,6 @@ private:
     bool _loadFont(const std::string& name, Font& font);
     Sheet* _sheet(int sprite);
     Font* _font(int font);
-    Psys* _psys(int instance);
     void _queue(int depth, int level, const websvc::ImagePtr& image, const assets::Rect& src,
                 const assets::Rect& dst, int alpha);
     void _queueFrame(int depth, int level, int sprite, int x, int y, int srcX, int srcY, int w, int h,
@@ -131,8 +115,6 @@ private:
     int _lineWidth(Font& font, const unsigned int* text);
     void _updateStatistics();
 
-    std::recursive_mutex m_lock;
-    std::string m_assetDir;
     int m_width, m_height;
     struct {
         int r, g, b;
@@ -140,8 +122,6 @@ private:
 
     std::vector<std::unique_ptr<Sheet>> m_sheets;
     std::vector<std::unique_ptr<Font>> m_fonts;
-    std::map<int, Psys> m_psys;
-    int m_nextPsys = 0;
     std::vector<DrawItem> m_queue;
 
     gfxStatistics_s m_stats{};

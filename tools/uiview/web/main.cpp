@@ -67,7 +67,7 @@ void frame(void*) {
     bool picture = false;
     if (scripted)
         picture = p.script->due(static_cast<unsigned int>(p.frame * p.options.ms),
-                                [&p](const ScriptEvent& e) { sendScripted(e, *p.ui); });
+                                [](const ScriptEvent& e) { sendScripted(e, *g_player.ui); });
     else
         ms = static_cast<unsigned int>(std::min(100.0, started - p.last)); // a hidden tab pauses the clock
     p.last = started;
