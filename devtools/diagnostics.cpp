@@ -26,7 +26,7 @@ std::string plainText(const char* text) {
 }
 
 std::string diagnosticLine(const Diagnostic& d) {
-    const char* what = d.severity >= 2 ? "error" : "warning";
+    const char* what = d.severity >= Logger::kError ? "error" : "warning";
     const std::string at = d.line > 0 ? d.file + ":" + std::to_string(d.line) : d.file;
     return at + ": " + what + ": " + d.message;
 }
@@ -91,7 +91,7 @@ void Diagnostics::keep(Diagnostic d) {
 }
 
 void Diagnostics::write(int severity, const char* text) {
-    if (severity >= 1) add(severity, plainText(text));
+    if (severity >= Logger::kWarning) add(severity, plainText(text));
 }
 
 } // namespace devtools

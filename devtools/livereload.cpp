@@ -50,7 +50,7 @@ uiWidget* LiveReload::_build(Screen& screen, std::vector<std::string>& problems,
     *failed = !root;
     for (const Diagnostic& d : report.all()) {
         problems.push_back(diagnosticLine(d));
-        *failed = *failed || d.severity >= 2;
+        *failed = *failed || d.severity >= Logger::kError;
     }
     if (!root && problems.empty())
         problems.push_back(screen.file + ": error: the description gave no screen");
@@ -165,7 +165,8 @@ void LiveReload::_rebuild(Screen& screen, const std::set<std::string>& unreadabl
 void LiveReload::_reloadAsset(const AssetName& asset) {
     if (m_options.assets->reload(asset.first, asset.second.c_str())) return;
     if (!m_cannotReload.insert(asset.first).second) return;
-    Logger::log(1, "devtools: the service cannot reload %s; \"%s\" and any other keep their old contents\f",
+    Logger::log(Logger::kWarning,
+                "devtools: the service cannot reload %s; \"%s\" and any other keep their old contents\f",
                 kAssetWords[asset.first], asset.second.c_str());
 }
 

@@ -25,6 +25,7 @@
 #include "uiradiogroup.h"
 #include "uisliderbutton.h"
 #include "uisprite.h"
+#include "uistates.h"
 #include "uisubsystem.h"
 #include "uitextwidget.h"
 #include "uitogglebutton.h"

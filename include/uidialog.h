@@ -1,8 +1,8 @@
 // uiDialog: a widget subtree that the subsystem's dialog stack enters, makes the input target while it is
 // on top, and exits again. It draws nothing itself; its children draw.
 //
-// States (getState): 0 hidden, 1 idle, 2 entering, 3 exiting, 4 exited. A plain dialog only knows 0 and 1;
-// animated dialogs drive 2, 3 and 4 from their own update.
+// States (getState, uistates.h): 0 hidden, 1 idle, 2 entering, 3 exiting, 4 exited. A plain dialog only
+// knows 0 and 1; animated dialogs drive 2, 3 and 4 from their own update.
 //
 // Popping a plain dialog calls hide(), which deactivates the tree but leaves its visibility alone, so its
 // text widgets stay drawn: a game gives it a hide callback (dlgHideCb) that calls setVisible(false, true).
@@ -17,6 +17,7 @@
 //   takefocus = BOOLEAN    whether showing the dialog makes it the input-focus widget (default true)
 #pragma once
 #include "uinonvisualwidget.h"
+#include "uistates.h"
 
 typedef void (*uiDialogHideCb)(uiWidget* dialog, void* data);
 
@@ -70,7 +71,7 @@ protected:
     TabNode* m_tabHead = nullptr;
     TabNode* m_tabTail = nullptr;
     TabNode* m_tabCurrent = nullptr;
-    int m_state = 0;
+    int m_state = UIS_HIDDEN;
     bool m_takesFocus = true;
     int m_userValue = 0;
     uiDialogHideCb m_hideCb = nullptr;

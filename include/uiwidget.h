@@ -173,8 +173,9 @@ public:
     virtual int getHeight() const;
     virtual void setWidth(int w);
     virtual void setHeight(int h);
-    // The first widget of the subtree (of type `type`, if given) under (x, y); null if none. The caller
-    // frees the answer with the memory manager's UI pool.
+    // The widget of type `type` (any when null) under (x, y), this one or the first child subtree that
+    // has one; null when none. The record comes from the memory manager's pool 9 (uiWidget::kUIPool) and
+    // belongs to the caller, who frees it there: g_MemoryPtr->free(uiWidget::kUIPool, record).
     virtual _uiTrace_s* trace(int tag, int x, int y, const char* type);
     // Plays a sound panned by the widget's place on the screen (mode: WP_ bits).
     virtual soundHandle* _playWithPan(const char* sound, unsigned int mode, float frequencyScale, int value);
@@ -306,6 +307,11 @@ protected:
     uiFocusCb inputFocusFn = nullptr;
     void* inputFocusClient = nullptr;
     _WidgetNameList_s* globalInputFocus = nullptr;
+
+    // Sets or clears one state bit (WF_VISIBLE, WF_ACTIVE or WF_INPUT_FOCUS) of this widget alone, with
+    // its hook and, for the input focus, the focus veto: the step every state setter shares. False when
+    // the veto refused the focus (and the children are then left alone too).
+    bool _setOwnState(unsigned int bit, bool on);
 
 private:
     void _setState(unsigned int bit, unsigned int overrideBit, bool on, bool recurse);

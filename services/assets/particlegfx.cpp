@@ -10,7 +10,7 @@ int ParticleGfx::createParticleSystemInstance(const char* owner, const char* fil
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     ParticleEffect effect;
     if (!loadParticleEffect(joinPath(m_assetDir, file), effect)) {
-        Logger::log(1, "%s: could not load particle system: \"%s\"\f", m_service, file);
+        Logger::log(Logger::kWarning, "%s: could not load particle system: \"%s\"\f", m_service, file);
         return -1;
     }
     const int id = m_nextPsys++;

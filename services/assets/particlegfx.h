@@ -21,8 +21,6 @@ public:
     void particleSystemInstanceStopEmitters(int instance) override;
     void addEvent(int event, int a, int b, int c, float f, void* p) override;
 
-    static constexpr int kParticleRestartEvent = 4;
-
 protected:
     // `service` names the service in log messages.
     ParticleGfx(const char* service, const std::string& assetDir)

@@ -24,17 +24,17 @@ void release(void* p) {
 char* readFile(const char* fileName) {
     FileHandle* f = File::open(fileName, "rb");
     if (!f) {
-        Logger::log(2, "FileStringTable: cannot open %s\f", fileName);
+        Logger::log(Logger::kError, "FileStringTable: cannot open %s\f", fileName);
         return nullptr;
     }
     int length = File::getLength(f);
     char* text = length < 0 ? nullptr : static_cast<char*>(allocate(static_cast<unsigned int>(length) + 1));
     if (length < 0)
-        Logger::log(2, "FileStringTable: cannot read %s\f", fileName);
+        Logger::log(Logger::kError, "FileStringTable: cannot read %s\f", fileName);
     else if (!text)
-        Logger::log(2, "FileStringTable: %s: Out of Memory\f", fileName);
+        Logger::log(Logger::kError, "FileStringTable: %s: Out of Memory\f", fileName);
     else if (length > 0 && File::read(text, static_cast<unsigned int>(length), 1, f) != 1) {
-        Logger::log(2, "FileStringTable: cannot read %s\f", fileName);
+        Logger::log(Logger::kError, "FileStringTable: cannot read %s\f", fileName);
         release(text);
         text = nullptr;
     }
@@ -75,7 +75,7 @@ bool FileStringTable::load(const char* fileName) {
     int capacity = countLines(text);
     auto* entries = static_cast<Entry*>(allocate(static_cast<unsigned int>(capacity * sizeof(Entry))));
     if (!entries) {
-        Logger::log(2, "FileStringTable: %s: Out of Memory\f", fileName);
+        Logger::log(Logger::kError, "FileStringTable: %s: Out of Memory\f", fileName);
         release(text);
         return false;
     }
@@ -86,7 +86,7 @@ bool FileStringTable::load(const char* fileName) {
         const char* key = parser.GetToken(" ");
         if (!key || isComment(key)) continue;
         if (!parser.GetEqualsToken()) {
-            Logger::log(1, "FileStringTable: %s:%d: expected: key = value\f", fileName,
+            Logger::log(Logger::kWarning, "FileStringTable: %s:%d: expected: key = value\f", fileName,
                         parser.GetLineNumber());
             continue;
         }

@@ -27,7 +27,9 @@ public:
         // Colour sequences are longer than the markup they replace.
         char rendered[3 * Logger::kMaxMessage];
         Logger::renderMarkup(text, UI_ISATTY(stderr) != 0, rendered, sizeof rendered);
-        const char* label = severity >= 2 ? "error: " : severity == 1 ? "warning: " : "";
+        const char* label = severity >= Logger::kError     ? "error: "
+                            : severity == Logger::kWarning ? "warning: "
+                                                           : "";
         std::fprintf(stderr, "%s%s\n", label, rendered);
         std::fflush(stderr);
     }

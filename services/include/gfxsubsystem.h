@@ -66,7 +66,9 @@ public:
     virtual void psemit(int depth, int instance, float alpha) = 0;
     virtual bool particleSystemInstanceIsDead(int instance) = 0;
     virtual void particleSystemInstanceStopEmitters(int instance) = 0;
-    // An event for the service; the library sends one to restart a particle system instance.
+    // The library posts one event: (kParticleRestartEvent, 0, instance, 0, 0.0f, null) restarts a
+    // particle system instance.
+    static constexpr int kParticleRestartEvent = 4;
     virtual void addEvent(int event, int a, int b, int c, float f, void* p) = 0;
 
     virtual int getScreenWidth() = 0;  // in pixels

@@ -17,6 +17,10 @@ public:
         virtual void write(int severity, const char* text) = 0; // one whole message, markup intact
         virtual int registerClient(const char* name);           // default: a process-wide id counting from 1
     };
+    // Severities: the library logs warnings and errors; games may log plain information too.
+    static constexpr int kInfo = 0;
+    static constexpr int kWarning = 1;
+    static constexpr int kError = 2;
     static constexpr std::size_t kMaxMessage = 4096; // longer messages are cut, keeping the final form feed
 
     // Logs a message (0 information, 1 warning, 2 error).

@@ -9,7 +9,7 @@ SdlGfx::SdlGfx(const std::string& assetDir, int width, int height)
     : ParticleGfx("SdlGfx", assetDir), m_width(width), m_height(height) {
     m_target = SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, SDL_PIXELFORMAT_RGBA32);
     if (m_target) m_renderer = SDL_CreateSoftwareRenderer(m_target);
-    if (!m_renderer) Logger::log(2, "SdlGfx: no off-screen renderer: %s\f", SDL_GetError());
+    if (!m_renderer) Logger::log(Logger::kError, "SdlGfx: no off-screen renderer: %s\f", SDL_GetError());
     _openFontLibrary();
 }
 
@@ -18,7 +18,7 @@ SdlGfx::SdlGfx(const std::string& assetDir, SDL_Window* window)
     SDL_GetWindowSize(window, &m_width, &m_height);
     m_renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC);
     if (!m_renderer) m_renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
-    if (!m_renderer) Logger::log(2, "SdlGfx: no renderer for the window: %s\f", SDL_GetError());
+    if (!m_renderer) Logger::log(Logger::kError, "SdlGfx: no renderer for the window: %s\f", SDL_GetError());
     _openFontLibrary();
 }
 
@@ -36,7 +36,7 @@ SdlGfx::~SdlGfx() {
 
 void SdlGfx::_openFontLibrary() {
     m_ttfOpen = TTF_Init() == 0;
-    if (!m_ttfOpen) Logger::log(2, "SdlGfx: no font library: %s\f", TTF_GetError());
+    if (!m_ttfOpen) Logger::log(Logger::kError, "SdlGfx: no font library: %s\f", TTF_GetError());
 }
 
 void SdlGfx::_queue(int depth, int level, const sdlsvc::ImagePtr& image, const SDL_Rect& src,

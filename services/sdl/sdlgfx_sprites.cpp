@@ -25,7 +25,7 @@ int SdlGfx::createSprite(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     return assets::acquireByName(m_sheets, name, [&](Sheet& sheet) {
         if (_loadSheet(name, sheet)) return true;
-        Logger::log(1, "SdlGfx: could not load sprite: \"%s\"\f", name);
+        Logger::log(Logger::kWarning, "SdlGfx: could not load sprite: \"%s\"\f", name);
         return false;
     });
 }

@@ -17,7 +17,7 @@ int SdlGfx::createFont(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     return assets::acquireByName(m_fonts, name, [&](Font& font) {
         if (_loadFont(name, font)) return true;
-        Logger::log(1, "SdlGfx: could not load font: \"%s\"\f", name);
+        Logger::log(Logger::kWarning, "SdlGfx: could not load font: \"%s\"\f", name);
         return false;
     });
 }

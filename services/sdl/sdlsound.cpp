@@ -14,7 +14,7 @@ SdlSound::SdlSound(const std::string& assetDir) : m_assetDir(assetDir) {
         m_open = _open();
     }
     if (!m_open) {
-        Logger::log(1, "SdlSound: no audio, sounds are not played: %s\f", Mix_GetError());
+        Logger::log(Logger::kWarning, "SdlSound: no audio, sounds are not played: %s\f", Mix_GetError());
         return;
     }
     Mix_Init(MIX_INIT_OGG);
@@ -49,7 +49,7 @@ Mix_Chunk* SdlSound::_chunk(const std::string& name) {
         const std::string path = assets::joinPath(m_assetDir, name + ext);
         if (assets::fileExists(path) && (chunk = Mix_LoadWAV(path.c_str()))) break;
     }
-    if (!chunk) Logger::log(1, "SdlSound: could not load sound: \"%s\"\f", name.c_str());
+    if (!chunk) Logger::log(Logger::kWarning, "SdlSound: could not load sound: \"%s\"\f", name.c_str());
     m_chunks[name] = chunk; // a missing sound is looked for once
     return chunk;
 }

@@ -20,7 +20,7 @@ int WebGfx::createSprite(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     return assets::acquireByName(m_sheets, name, [&](Sheet& sheet) {
         if (_loadSheet(name, sheet)) return true;
-        Logger::log(1, "WebGfx: could not load sprite: \"%s\"\f", name);
+        Logger::log(Logger::kWarning, "WebGfx: could not load sprite: \"%s\"\f", name);
         return false;
     });
 }

@@ -34,7 +34,7 @@ int WebGfx::createFont(const char* name) {
     std::lock_guard<std::recursive_mutex> hold(m_lock);
     return assets::acquireByName(m_fonts, name, [&](Font& font) {
         if (_loadFont(name, font)) return true;
-        Logger::log(1, "WebGfx: could not load font: \"%s\"\f", name);
+        Logger::log(Logger::kWarning, "WebGfx: could not load font: \"%s\"\f", name);
         return false;
     });
 }

@@ -9,7 +9,7 @@
 WebSound::WebSound(const std::string& assetDir) : m_assetDir(assetDir) {
     m_open = gameui_page_audio() != 0;
     if (!m_open) {
-        Logger::log(1, "WebSound: no Web Audio, sounds are not played\f");
+        Logger::log(Logger::kWarning, "WebSound: no Web Audio, sounds are not played\f");
         return;
     }
     for (int i = 0; i < kVoices; ++i)
@@ -30,7 +30,7 @@ bool WebSound::_load(const std::string& name) {
         m_loaded.insert(name);
         return true;
     }
-    Logger::log(1, "WebSound: could not load sound: \"%s\"\f", name.c_str());
+    Logger::log(Logger::kWarning, "WebSound: could not load sound: \"%s\"\f", name.c_str());
     m_missing.insert(name);
     return false;
 }

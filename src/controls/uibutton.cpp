@@ -14,9 +14,6 @@ namespace {
 // A press this many frame counts after a click, or fewer, is the second half of a double click.
 constexpr unsigned long long kClickGuardFrames = 5;
 
-// The graphics service's event that restarts a particle system instance.
-constexpr int kParticleResetEvent = 4;
-
 struct Hotkey {
     const char* name;
     int code;
@@ -79,7 +76,7 @@ void uiButton::resetPsys() {
     if (psysInstance == -1)
         psysInstance = g_gfx->createParticleSystemInstance(name, psysName);
     else
-        g_gfx->addEvent(kParticleResetEvent, 0, psysInstance, 0, 0.0f, nullptr);
+        g_gfx->addEvent(gfxSubsystem::kParticleRestartEvent, 0, psysInstance, 0, 0.0f, nullptr);
 }
 
 void uiButton::enable() {
@@ -157,7 +154,7 @@ void uiButton::_parseHotkey(const char* keyName) {
             hotkey = key.code;
             return;
         }
-    Logger::log(2, "...unknown hotkey: \"^C00FF00%s^c\"\f", keyName);
+    Logger::log(Logger::kError, "...unknown hotkey: \"^C00FF00%s^c\"\f", keyName);
 }
 
 // ---- state hooks ------------------------------------------------------------------------------------

@@ -5,10 +5,6 @@
 #include "gfxsubsystem.h"
 #include "parser.h"
 
-namespace {
-constexpr int kResetParticleSystemEvent = 4;
-}
-
 UI_DEFINE_WIDGET(uiParticleSystem, uiWidget, "uiparticlesystem.h")
 
 // ---- description keys -------------------------------------------------------------------------------
@@ -41,7 +37,7 @@ void uiParticleSystem::loadPsys(const char* file) {
 
 void uiParticleSystem::reset() {
     if (g_gfx && psysInstance != -1)
-        g_gfx->addEvent(kResetParticleSystemEvent, 0, psysInstance, 0, 0.0f, nullptr);
+        g_gfx->addEvent(gfxSubsystem::kParticleRestartEvent, 0, psysInstance, 0, 0.0f, nullptr);
 }
 
 void uiParticleSystem::stop() {

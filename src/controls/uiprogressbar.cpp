@@ -17,7 +17,7 @@ constexpr float kSnapDistance = 0.01f;
 UI_DEFINE_WIDGET(uiProgressBar, uiVisualWidget, "uiprogressbar.h")
 
 uiProgressBar::uiProgressBar() : lock(uiCriticalSection::create()) {
-    if (!lock) Logger::log(2, "uiProgressBar: could not create the value lock: Out of Memory\f");
+    if (!lock) Logger::log(Logger::kError, "uiProgressBar: could not create the value lock: Out of Memory\f");
 }
 
 uiProgressBar::~uiProgressBar() {

@@ -51,7 +51,8 @@ void uiToggleButton::_parseParams(Parser* parser, char* key) {
         return;
     }
     ui::copyName(word, length + 1, token);
-    if (!setSprite2(word)) Logger::log(2, "...failed to create sprite2: %s for %s\f", word, name);
+    if (!setSprite2(word))
+        Logger::log(Logger::kError, "...failed to create sprite2: %s for %s\f", word, name);
 }
 
 // ---- state hooks ------------------------------------------------------------------------------------

@@ -5,8 +5,9 @@
 
 namespace ui {
 
-void logExpected(const char* expectedForm) {
-    Logger::log(2, "...expected: \"^C00FF00%s^c\"\f", expectedForm);
+void logExpected(const char* expectedForm, bool quoted) {
+    const char* quote = quoted ? "\"" : "";
+    Logger::log(Logger::kError, "...expected: %s^C00FF00%s^c%s\f", quote, expectedForm, quote);
 }
 
 bool expectEquals(Parser* parser, const char* expectedForm) {
@@ -25,8 +26,8 @@ const char* nameAfterEquals(Parser* parser, const char* expectedForm) {
 int inRange(const Parser* parser, const char* name, int value, int low, int high) {
     const int kept = value < low ? low : value > high ? high : value;
     if (kept != value)
-        Logger::log(1, "...line %d: %s = %d is out of range, %d used\f", parser->GetLineNumber(), name, value,
-                    kept);
+        Logger::log(Logger::kWarning, "...line %d: %s = %d is out of range, %d used\f",
+                    parser->GetLineNumber(), name, value, kept);
     return kept;
 }
 

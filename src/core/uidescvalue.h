@@ -23,7 +23,8 @@ int coordInRange(const Parser* parser, const char* name, int value);
 // A position or size key (ParamEqualsInt32) whose value goes through coordInRange.
 bool coordParam(Parser* parser, const char* key, const char* name, int* value);
 
-// Logs `...expected: "<expectedForm>"` for a key whose value is missing or malformed.
-void logExpected(const char* expectedForm);
+// Logs `...expected: "<expectedForm>"` for a key whose value is missing or malformed; unquoted, as
+// uiWidget::_parseError has it, `...expected: <expectedForm>`.
+void logExpected(const char* expectedForm, bool quoted = true);
 
 } // namespace ui

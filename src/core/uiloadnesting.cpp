@@ -41,14 +41,14 @@ NestingLevel::NestingLevel(Kind kind, const char* name) {
     int line;
     if (kind == File && isBeingRead(name)) {
         location(&where, &line);
-        Logger::log(2, "...[%s:%d] include cycle: ^C00FF00%s^c is already being read; skipped\f", where, line,
-                    name);
+        Logger::log(Logger::kError, "...[%s:%d] include cycle: ^C00FF00%s^c is already being read; skipped\f",
+                    where, line, name);
         return;
     }
     if (t_depth >= kMaxNesting) {
         location(&where, &line);
-        Logger::log(2, "...[%s:%d] nesting deeper than %d levels: ^C00FF00%s^c skipped\f", where, line,
-                    kMaxNesting, name);
+        Logger::log(Logger::kError, "...[%s:%d] nesting deeper than %d levels: ^C00FF00%s^c skipped\f", where,
+                    line, kMaxNesting, name);
         return;
     }
     t_levels[t_depth++] = {kind == File ? name : nullptr, nullptr};

@@ -8,17 +8,17 @@
 namespace ui {
 
 void logAllocationError(const char* file) {
-    Logger::log(2, "uiSubsystem: Memory Allocation Error: \"^C00FF00%s^c\"\f", file);
+    Logger::log(Logger::kError, "uiSubsystem: Memory Allocation Error: \"^C00FF00%s^c\"\f", file);
 }
 
 static void logReadError(const char* file) {
-    Logger::log(2, "uiSubsystem: File I/O Error: \"^C00FF00%s^c\"\f", file);
+    Logger::log(Logger::kError, "uiSubsystem: File I/O Error: \"^C00FF00%s^c\"\f", file);
 }
 
 unsigned char* readTextFile(const char* file, unsigned int* length) {
     FileHandle* handle = File::open(file, "rb");
     if (!handle) {
-        Logger::log(2, "uiSubsystem: could not open file: \"^C00FF00%s^c\"\f", file);
+        Logger::log(Logger::kError, "uiSubsystem: could not open file: \"^C00FF00%s^c\"\f", file);
         return nullptr;
     }
     const int size = File::getLength(handle);
@@ -26,8 +26,8 @@ unsigned char* readTextFile(const char* file, unsigned int* length) {
     if (size < 0) {
         logReadError(file);
     } else if (static_cast<unsigned int>(size) > kMaxTextFileBytes) {
-        Logger::log(2, "uiSubsystem: file too large: \"^C00FF00%s^c\" (%d bytes, limit %u)\f", file, size,
-                    kMaxTextFileBytes);
+        Logger::log(Logger::kError, "uiSubsystem: file too large: \"^C00FF00%s^c\" (%d bytes, limit %u)\f",
+                    file, size, kMaxTextFileBytes);
     } else {
         const unsigned int n = static_cast<unsigned int>(size);
         text = static_cast<unsigned char*>(g_MemoryPtr->alloc(uiWidget::kBufPool, n + 1, __FILE__, __LINE__));

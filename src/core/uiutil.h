@@ -31,9 +31,18 @@ inline bool equalNoCase(const char* a, const char* b) {
     return equalNoCaseFull(a, b);
 }
 
+// Raw memory from a pool (the class-level operator new of the library's classes); null when the memory
+// manager has none. poolFree gives it back; null is ignored.
+inline void* poolAlloc(int pool, std::size_t size, const char* file, unsigned int line) {
+    return g_MemoryPtr ? g_MemoryPtr->alloc(pool, static_cast<unsigned int>(size), file, line) : nullptr;
+}
+inline void poolFree(int pool, void* p) {
+    if (p) g_MemoryPtr->free(pool, p);
+}
+
 // Plain records (list nodes, entries) from a pool; null when the memory manager has none.
 template <class T> T* poolNew(int pool, const char* file, unsigned int line) {
-    void* p = g_MemoryPtr ? g_MemoryPtr->alloc(pool, sizeof(T), file, line) : nullptr;
+    void* p = poolAlloc(pool, sizeof(T), file, line);
     return p ? new (p) T() : nullptr;
 }
 template <class T> void poolDelete(int pool, T* p) {

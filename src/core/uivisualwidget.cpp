@@ -30,8 +30,8 @@ bool tileCount(Parser* parser, const char* key, const char* name, int* count, in
     if (!parser->ParamEqualsInt32(key, name, count)) return false;
     const int most = kMaxTiles / (other > 1 ? other : 1);
     if (*count > most) {
-        Logger::log(1, "...line %d: %s = %d makes more than %d tiles, %d used\f", parser->GetLineNumber(),
-                    name, *count, kMaxTiles, most);
+        Logger::log(Logger::kWarning, "...line %d: %s = %d makes more than %d tiles, %d used\f",
+                    parser->GetLineNumber(), name, *count, kMaxTiles, most);
         *count = most;
     }
     return true;
@@ -43,13 +43,13 @@ void uiVisualWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "sprite")) {
         const char* value = ui::nameAfterEquals(parser, "sprite = \"val\"");
         if (value && !setSprite(value, anim, frame, false))
-            Logger::log(2, "...failed to create sprite: %s for %s\f", value, name);
+            Logger::log(Logger::kError, "...failed to create sprite: %s for %s\f", value, name);
         return;
     }
     if (parser->ParamEqualsInt32(key, "anim", &anim)) return;
     if (parser->ParamEqualsInt32(key, "frame", &frame)) {
         if (spriteId != -1 && g_gfx && frame >= g_gfx->getSpriteFrameCount(spriteId, anim))
-            Logger::log(2, "...frame is out of animation bounds.\f");
+            Logger::log(Logger::kError, "...frame is out of animation bounds.\f");
         return;
     }
     int value = alpha; // a malformed value leaves the opacity as it is

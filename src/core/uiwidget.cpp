@@ -23,11 +23,11 @@ void* uiWidget::operator new(std::size_t size) noexcept {
 }
 
 void* uiWidget::operator new(std::size_t size, const char* file, unsigned int line) noexcept {
-    return g_MemoryPtr ? g_MemoryPtr->alloc(kUIPool, static_cast<unsigned int>(size), file, line) : nullptr;
+    return ui::poolAlloc(kUIPool, size, file, line);
 }
 
 void uiWidget::operator delete(void* p) noexcept {
-    if (p) g_MemoryPtr->free(kUIPool, p);
+    ui::poolFree(kUIPool, p);
 }
 
 void uiWidget::operator delete(void* p, const char*, unsigned int) noexcept {
@@ -51,9 +51,16 @@ void uiWidget::_copyWidgetFields(const uiWidget& other) {
 }
 
 uiWidget::~uiWidget() {
+#ifndef NDEBUG
+    // Its parent's list would keep pointing at it; callers detach first (debug builds name the widget).
+    if (parent)
+        Logger::log(Logger::kError, "uiWidget[^CFFFF00%s^c] deleted while still a child of ^CFFFF00%s^c\f",
+                    name, parent->name);
+#endif
     while (children) {
         _WidgetList_s* node = children;
         children = node->next;
+        node->widget->parent = nullptr; // going with its parent, not left behind in a list
         delete node->widget;
         ui::poolDelete(kUIPool, node);
     }
@@ -81,7 +88,7 @@ bool uiWidget::testBounds(int x, int y) {
 void uiWidget::addChild(uiWidget* child, bool inheritStates) {
     _WidgetList_s* node = UI_POOL_NEW(_WidgetList_s, kUIPool);
     if (!node) {
-        Logger::log(2, "%s::addChild(%s): Out of Memory\f", name, child ? child->name : "");
+        Logger::log(Logger::kError, "%s::addChild(%s): Out of Memory\f", name, child ? child->name : "");
         return;
     }
     child->parent = this;
@@ -100,7 +107,8 @@ void uiWidget::detachFromParent() {
     while (*link && (*link)->widget != this)
         link = &(*link)->next;
     if (!*link) {
-        Logger::log(2, "Parent[%s] child[%s] mismatch detected on detachFromParent()\f", parent->name, name);
+        Logger::log(Logger::kError, "Parent[%s] child[%s] mismatch detected on detachFromParent()\f",
+                    parent->name, name);
     } else {
         _WidgetList_s* node = *link;
         *link = node->next;
@@ -117,25 +125,33 @@ uiWidget* uiWidget::getRootWidget() {
     return w;
 }
 
+namespace {
+
+// The first child subtree that holds `path` (none when `path` is null); a search that started here
+// (level 0) and finds nothing logs `shownPath` when asked to.
+uiWidget* findBelow(const _WidgetList_s* children, const char* path, const char* shownPath, int level,
+                    bool warn) {
+    for (const _WidgetList_s* node = path ? children : nullptr; node; node = node->next)
+        if (uiWidget* r = node->widget->getWidget(path, level + 1, true)) return r;
+    if (level == 0 && warn)
+        Logger::log(Logger::kError, "uiWidget::getWidget(): Unknown name: ^C0000FF%s^c\f", shownPath);
+    return nullptr;
+}
+
+} // namespace
+
 uiWidget* uiWidget::getWidget(const char* path, int level, bool warn) {
     char buffer[130];
     ui::copyName(buffer, path);
     char* rest = std::strchr(buffer, '.');
     if (rest) *rest++ = '\0';
-    if (ui::equalNoCase(buffer, name)) {
-        if (!rest) return this;
-        for (_WidgetList_s* node = children; node; node = node->next)
-            if (uiWidget* r = node->widget->getWidget(rest, level + 1, true)) return r;
-    }
-    if (level == 0 && warn) Logger::log(2, "uiWidget::getWidget(): Unknown name: ^C0000FF%s^c\f", path);
-    return nullptr;
+    const bool named = ui::equalNoCase(buffer, name);
+    if (named && !rest) return this;
+    return findBelow(children, named ? rest : nullptr, path, level, warn);
 }
 
 uiWidget* uiWidget::getChildWidget(const char* path, int level, bool warn) {
-    for (_WidgetList_s* node = children; node; node = node->next)
-        if (uiWidget* r = node->widget->getWidget(path, level + 1, true)) return r;
-    if (level == 0 && warn) Logger::log(2, "uiWidget::getWidget(): Unknown name: ^C0000FF%s^c\f", path);
-    return nullptr;
+    return findBelow(children, path, path, level, warn);
 }
 
 void uiWidget::getBasisCoords(int* x, int* y) {
@@ -151,10 +167,10 @@ void uiWidget::getBasisCoords(int* x, int* y) {
 
 // ---- states -----------------------------------------------------------------------------------------
 
-void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bool recurse) {
+bool uiWidget::_setOwnState(unsigned int bit, bool on) {
     const bool isSet = (flags & bit) != 0;
     if (on && !isSet) {
-        if (bit == WF_INPUT_FOCUS && inputFocusFn && !inputFocusFn(this, inputFocusClient)) return;
+        if (bit == WF_INPUT_FOCUS && inputFocusFn && !inputFocusFn(this, inputFocusClient)) return false;
         switch (bit) {
         case WF_VISIBLE:
             _showWidget();
@@ -181,7 +197,11 @@ void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bo
         }
         flags &= ~bit;
     }
-    if (!recurse) return;
+    return true;
+}
+
+void uiWidget::_setState(unsigned int bit, unsigned int overrideBit, bool on, bool recurse) {
+    if (!_setOwnState(bit, on) || !recurse) return;
     for (_WidgetList_s* node = children; node; node = node->next) {
         uiWidget* child = node->widget;
         // Dialogs keep their own states; override bits keep a subtree's state.
@@ -332,7 +352,7 @@ void uiWidget::_progressReport(uiWidget* widget, e_uiProgressEvent event) {
 void uiWidget::addGlobalInputFocusWidget(const char* path) {
     _WidgetNameList_s* entry = UI_POOL_NEW(_WidgetNameList_s, kUIPool);
     if (!entry) {
-        Logger::log(2, "%s::addGlobalInputFocusWidget(%s): Out of Memory\f", name, path);
+        Logger::log(Logger::kError, "%s::addGlobalInputFocusWidget(%s): Out of Memory\f", name, path);
         return;
     }
     ui::copyName(entry->name, path);
@@ -349,7 +369,8 @@ void uiWidget::_initialize() {
 void uiWidget::_addGlobalInputFocusWidget(_WidgetNameList_s* entry) {
     entry->widget = getRootWidget()->getWidget(entry->name, 0, true);
     if (!entry->widget)
-        Logger::log(2, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00%s^c\f", entry->name);
+        Logger::log(Logger::kError, "addGlobalInputFocusWidget(): unknown widget: ^CFFFF00%s^c\f",
+                    entry->name);
 }
 
 void uiWidget::setAlpha(unsigned char alpha, unsigned int time, unsigned int delay, bool recurse) {
@@ -363,7 +384,7 @@ void uiWidget::setAlpha(unsigned char alpha, unsigned int time, unsigned int del
 soundHandle* uiWidget::_playWithPan(const char* sound, unsigned int mode, float frequencyScale, int value) {
     int range = g_gfx ? g_gfx->getScreenWidth() : 0;
     if (mode & WP_WORLD)
-        Logger::log(2, "_playWithPan( WP_WORLD ): Not Implemented\f");
+        Logger::log(Logger::kError, "_playWithPan( WP_WORLD ): Not Implemented\f");
     else if ((mode & WP_PARENT) && parent)
         range = parent->rect.x2 - parent->rect.x;
     else if (mode & WP_WIDTH)

@@ -32,14 +32,14 @@ const char* uiWidget::s_getDepthName(unsigned int index) {
 int uiWidget::s_getDepthValue(const char* depthName) {
     for (unsigned int i = 0; i < kDepthSlots; ++i)
         if (ui::equalNoCase(depthTable().names[i], depthName)) return static_cast<int>(i);
-    Logger::log(1, "Unknown depth value: %s\f", depthName);
+    Logger::log(Logger::kWarning, "Unknown depth value: %s\f", depthName);
     return kDepthSlots;
 }
 
 int uiWidget::_getDepthValue(const char* depthName) {
     if (ui::equalNoCase(depthName, "#parent")) {
         if (parent) return static_cast<int>(parent->depth);
-        Logger::log(1, "Depth %s invalid for top-level widget.\f", depthName);
+        Logger::log(Logger::kWarning, "Depth %s invalid for top-level widget.\f", depthName);
         return 0;
     }
     return s_getDepthValue(depthName);

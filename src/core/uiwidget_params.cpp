@@ -68,7 +68,7 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "child")) {
         uiWidget* child = _parseChildHeader(parser, this);
         if (!child) {
-            Logger::log(2, "...failed to create child for: %s\f", name);
+            Logger::log(Logger::kError, "...failed to create child for: %s\f", name);
             return;
         }
         addChild(child, false); // the child keeps the states its own block gave it
@@ -93,13 +93,15 @@ void uiWidget::_parseParams(Parser* parser, char* key) {
             addGlobalInputFocusWidget(path);
         return;
     }
-    Logger::log(2, "...[%s:%d] Unknown parameter: ^C00FF00%s\f", name, parser->GetLineNumber(), key);
+    Logger::log(Logger::kError, "...[%s:%d] Unknown parameter: ^C00FF00%s\f", name, parser->GetLineNumber(),
+                key);
 }
 
 bool uiWidget::_parseBoolean(Parser* parser) {
     const char* token = parser->GetToken(" ");
     if (token && ui::equalNoCase(token, "true")) return true;
-    if (!token || !ui::equalNoCase(token, "false")) Logger::log(2, "...Expected: true or false\f");
+    if (!token || !ui::equalNoCase(token, "false"))
+        Logger::log(Logger::kError, "...Expected: true or false\f");
     return false;
 }
 
@@ -112,7 +114,7 @@ void uiWidget::_parseFlags(Parser* parser) {
         } else if (std::strcmp(token, "|") == 0) {
             nameExpected = true;
         } else {
-            Logger::log(2, "Invalid syntax: expected \"|\"\f");
+            Logger::log(Logger::kError, "Invalid syntax: expected \"|\"\f");
             return;
         }
     }
@@ -127,5 +129,5 @@ void uiWidget::_parseSingleFlag(const char* flagName) {
             flags |= flag.bit;
             return;
         }
-    Logger::log(2, "Unknown flag: %s\f", flagName);
+    Logger::log(Logger::kError, "Unknown flag: %s\f", flagName);
 }

@@ -59,7 +59,7 @@ uiWidget* uiWidget::_parseChildHeader(Parser* parser, uiWidget* parent) {
     uiWidget* widget = allocWidget(objName, type);
     _progressReport(widget, UIPROG_CREATED);
     if (!widget) {
-        Logger::log(2, "...failed to alloc widget: %s of type %s\f", objName, type);
+        Logger::log(Logger::kError, "...failed to alloc widget: %s of type %s\f", objName, type);
         return nullptr;
     }
     // Known before the block is read, so that "#parent" depths and "tabentry" can look upward.
@@ -104,12 +104,13 @@ void uiWidget::parse(Parser* parser, bool blockOpen) {
     int line;
     uiLoadPlace(&file, &line);
     if (inComment)
-        Logger::log(2, "...[%s:%d] comment never closed: ^C00FF00*/^c missing\f", file, commentLine);
+        Logger::log(Logger::kError, "...[%s:%d] comment never closed: ^C00FF00*/^c missing\f", file,
+                    commentLine);
     if (!blockOpen)
-        Logger::log(2, "...[%s:%d] block of ^CFFFF00%s^c never closed: ^C00FF00}^c missing\f", file,
-                    blockLine, name);
+        Logger::log(Logger::kError, "...[%s:%d] block of ^CFFFF00%s^c never closed: ^C00FF00}^c missing\f",
+                    file, blockLine, name);
 }
 
 void uiWidget::_parseError(const char* expected) {
-    Logger::log(2, "...expected: ^C00FF00%s^c\f", expected);
+    ui::logExpected(expected, false);
 }

@@ -81,12 +81,13 @@ int uiWidget::getTypeId(const char* typeName) {
 uiWidget* uiWidget::allocWidget(const char* widgetName, const char* typeName) {
     const int id = getTypeId(typeName);
     if (id == 0) {
-        Logger::log(2, "...attempt to instance an invalid ui type: \"%s\"\f", typeName);
+        Logger::log(Logger::kError, "...attempt to instance an invalid ui type: \"%s\"\f", typeName);
         return nullptr;
     }
     uiWidget* widget = typeTable().slots[id].allocator();
     if (!widget) {
-        Logger::log(2, "...Out of memory allocating widget: %s of type %s\f", widgetName, typeName);
+        Logger::log(Logger::kError, "...Out of memory allocating widget: %s of type %s\f", widgetName,
+                    typeName);
         return nullptr;
     }
     ui::copyName(widget->name, widgetName);
@@ -96,15 +97,18 @@ uiWidget* uiWidget::allocWidget(const char* widgetName, const char* typeName) {
 void uiSubsystem::s_registerWidget(const char* typeName, uiWidget* (*allocator)()) {
     TypeTable& table = typeTable();
     if (!allocator) {
-        Logger::log(2, "uiSubsystem::s_registerWidget: %s has no allocator. Skipping.\f", typeName);
+        Logger::log(Logger::kError, "uiSubsystem::s_registerWidget: %s has no allocator. Skipping.\f",
+                    typeName);
         return;
     }
     if (table.used >= kSlots - 1) {
-        Logger::log(2, "uiSubsystem::s_registerWidget: Maximum Widget Count Exceeded: %s\f", typeName);
+        Logger::log(Logger::kError, "uiSubsystem::s_registerWidget: Maximum Widget Count Exceeded: %s\f",
+                    typeName);
         return;
     }
     if (uiWidget::getTypeId(typeName) != 0) {
-        Logger::log(2, "uiSubsystem::s_registerWidget: %s already registered. Skipping.\f", typeName);
+        Logger::log(Logger::kError, "uiSubsystem::s_registerWidget: %s already registered. Skipping.\f",
+                    typeName);
         return;
     }
     TypeSlot& slot = table.slots[table.used++];

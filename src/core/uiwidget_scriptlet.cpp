@@ -76,10 +76,9 @@ void uiWidget::_parseScriptlet(const char* file) {
     unsigned char* text = nullptr;
     if (uiCriticalSection* lock = s_cacheLock.get()) {
         unsigned int size = 0;
-        lock->enter();
+        uiScopedLock hold(lock);
         // Copied under the lock: another thread may evict the entry as soon as it is released.
         if (const unsigned char* data = _loadCachedScriptlet(file, &size)) text = copyText(data, size, file);
-        lock->leave();
     } else {
         unsigned int length = 0;
         text = ui::readTextFile(file, &length);
@@ -136,12 +135,10 @@ unsigned char* uiWidget::_loadCachedScriptlet(const char* file, unsigned int* si
 }
 
 void uiWidget::s_freeScripletCache() {
-    uiCriticalSection* lock = s_cacheLock.get();
-    if (lock) lock->enter();
+    uiScopedLock hold(s_cacheLock.get());
     while (_ScriptletCache_s* entry = s_scriptletCacheHead) {
         s_scriptletCacheHead = entry->next;
         freeEntry(entry);
     }
     s_scriptletCacheTail = nullptr;
-    if (lock) lock->leave();
 }

@@ -1,9 +1,8 @@
 // uiAnimDialog: in and out animations of a dialog and its sub-animations, driven by the dialog stack.
 #include "runtime/uianimdialog.h"
-#include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <new>
+#include "core/uinumber.h"
 #include "core/uiutil.h"
 #include "logger.h"
 #include "parser.h"
@@ -56,7 +55,7 @@ void uiAnimDialog::_allocSubAnims(int count) {
                        ? g_MemoryPtr->alloc(kBufPool, static_cast<unsigned int>(bytes), __FILE__, __LINE__)
                        : nullptr;
     if (!memory) {
-        Logger::log(2, "uiAnimDialog(): out of memory allocating SubAnimData\f");
+        Logger::log(Logger::kError, "uiAnimDialog(): out of memory allocating SubAnimData\f");
         return;
     }
     m_subAnims = static_cast<SubAnim*>(memory);
@@ -77,7 +76,8 @@ void uiAnimDialog::_parseParams(Parser* parser, char* key) {
         // that would make the game allocate gigabytes.
         constexpr int kMaxSubAnims = 65536;
         if (count > kMaxSubAnims)
-            Logger::log(2, "...line %d: SubAnimCount = %d is above the limit of %d sub-animations\f",
+            Logger::log(Logger::kError,
+                        "...line %d: SubAnimCount = %d is above the limit of %d sub-animations\f",
                         parser->GetLineNumber(), count, kMaxSubAnims);
         else if (count != INT_MIN) // unchanged: the parser reported a bad value
             _allocSubAnims(count);
@@ -90,15 +90,13 @@ void uiAnimDialog::_parseParams(Parser* parser, char* key) {
 
 void uiAnimDialog::_parseSubAnim(Parser* parser, bool out) {
     const char* idText = parser->GetToken(" ");
-    char* end = nullptr;
-    errno = 0;
-    const long id = idText ? std::strtol(idText, &end, 10) : 0;
-    if (!idText || end == idText || *end || errno == ERANGE || id < INT_MIN || id > INT_MAX) {
-        Logger::log(2, "...expected: \"^C00FF00subanimin id ...^c\"\f");
+    int id = 0;
+    if (!idText || !ui::parseInt32(idText, &id)) {
+        ui::logExpected("subanimin id ...");
         return;
     }
     if (id < 0 || id >= m_subAnimCount) {
-        Logger::log(2, "...invalid SubAnim id: %d\f", static_cast<int>(id));
+        Logger::log(Logger::kError, "...invalid SubAnim id: %d\f", id);
         return;
     }
     SubAnim& sub = m_subAnims[id];
@@ -116,8 +114,8 @@ void uiAnimDialog::_mapSubAnim(Parser* parser, SubAnim& sub) {
     uiWidget* w = getWidget(path, 0, false);
     if (!w) w = getChildWidget(path, 0, true);
     if (!w) {
-        Logger::log(2, "uiAnimDialog[^CFFFF00%s^c]: Failed to map subAnim widget: ^CFF0000%s^c\f", name,
-                    path);
+        Logger::log(Logger::kError,
+                    "uiAnimDialog[^CFFFF00%s^c]: Failed to map subAnim widget: ^CFF0000%s^c\f", name, path);
         return;
     }
     sub.widget = w;
@@ -135,19 +133,19 @@ void uiAnimDialog::setState(int state) {
     for (int i = 0; i < m_subAnimCount; ++i)
         if (m_subAnims[i].widget) m_subAnims[i].elapsed = 0;
     switch (state) {
-    case 0:
+    case UIS_HIDDEN:
         hide();
         setInputFocus(false, true);
         break;
-    case 1:
+    case UIS_IDLE:
         // Coming from the entrance, activation waits for the settling update.
-        if (m_lastState != 2) activate(true);
+        if (m_lastState != UIS_ENTERING) activate(true);
         for (int i = 0; i < m_subAnimCount; ++i)
             if (m_subAnims[i].widget && m_subAnims[i].in.style == UIANIM_HIDDEN)
                 m_subAnims[i].widget->setWidgetStates(false, false, false, true);
         break;
-    case 2:
-    case 3:
+    case UIS_ENTERING:
+    case UIS_EXITING:
         // Updated and drawn while animating, but no input.
         setActive(true, true);
         setVisible(true, true);
@@ -159,7 +157,7 @@ void uiAnimDialog::setState(int state) {
     }
 }
 
-// Starts the entrance (state 2) or the exit (state 3) from where the dialog and its widgets are now; an
+// Starts the entrance or the exit from where the dialog and its widgets are now; an
 // entrance first puts the sub-animated widgets back at their home positions and start alphas.
 void uiAnimDialog::_start(int state, const _uiAnimData_s& rec) {
     setState(state);
@@ -169,7 +167,7 @@ void uiAnimDialog::_start(int state, const _uiAnimData_s& rec) {
     for (int i = 0; i < m_subAnimCount; ++i) {
         SubAnim& sub = m_subAnims[i];
         if (!sub.widget) continue;
-        if (state == 2) {
+        if (state == UIS_ENTERING) {
             sub.widget->rect.x = sub.homeX;
             sub.widget->rect.y = sub.homeY;
             sub.widget->setAlpha(static_cast<unsigned char>(sub.in.alphaStart), 0, 0, true);
@@ -181,16 +179,16 @@ void uiAnimDialog::_start(int state, const _uiAnimData_s& rec) {
 
 void uiAnimDialog::enter() {
     if (m_in.style == UIANIM_NONE)
-        setState(1);
+        setState(UIS_IDLE);
     else
-        _start(2, m_in);
+        _start(UIS_ENTERING, m_in);
 }
 
 void uiAnimDialog::exit() {
     if (m_out.style == UIANIM_NONE)
-        setState(4);
+        setState(UIS_EXITED);
     else
-        _start(3, m_out);
+        _start(UIS_EXITING, m_out);
 }
 
 void uiAnimDialog::idle() {
@@ -212,7 +210,7 @@ void uiAnimDialog::setVisible(bool visible, bool recurse) {
     if (!recurse) return;
     for (const _WidgetList_s* node = getChildren(); node; node = node->next) {
         uiWidget* child = node->widget;
-        if (child->isType("uiDialog") || (m_state == 3 && _fadesOut(child))) continue;
+        if (child->isType("uiDialog") || (m_state == UIS_EXITING && _fadesOut(child))) continue;
         child->setVisible(visible, true);
     }
 }
@@ -220,11 +218,11 @@ void uiAnimDialog::setVisible(bool visible, bool recurse) {
 // ---- update, render, input --------------------------------------------------------------------------
 
 void uiAnimDialog::_update(int, int) {
-    if (m_state != 2 && m_state != 3) {
+    if (m_state != UIS_ENTERING && m_state != UIS_EXITING) {
         if (m_lastState != m_state) setState(m_state);
         return;
     }
-    const bool in = m_state == 2;
+    const bool in = m_state == UIS_ENTERING;
     _uiAnimData_s& rec = in ? m_in : m_out;
     const unsigned int elapsed = uiAnim::step(m_elapsed, rec, this, m_startX, m_startY, true);
     bool subsDone = true;
@@ -237,15 +235,15 @@ void uiAnimDialog::_update(int, int) {
         subsDone = subsDone && sub.elapsed >= subRec.time;
     }
     m_elapsed = elapsed;
-    if (m_elapsed >= rec.time && subsDone) setState(in ? 1 : 4);
+    if (m_elapsed >= rec.time && subsDone) setState(in ? UIS_IDLE : UIS_EXITED);
 }
 
 void uiAnimDialog::_render(int x, int y) {
-    if (m_state == 0) {
+    if (m_state == UIS_HIDDEN) {
         setVisible(false, true);
         return;
     }
-    const bool in = m_state == 1 || m_state == 2;
+    const bool in = m_state == UIS_IDLE || m_state == UIS_ENTERING;
     uiAnim::drawMask(in ? m_in : m_out, this, x, y);
     for (int i = 0; i < m_subAnimCount; ++i) {
         const SubAnim& sub = m_subAnims[i];
@@ -254,6 +252,6 @@ void uiAnimDialog::_render(int x, int y) {
 }
 
 bool uiAnimDialog::_inputEvent(e_uiEvent kind, int x, int y, int key, bool buttonDown, bool handled) {
-    if (m_state != 1) return false;
+    if (m_state != UIS_IDLE) return false;
     return uiDialog::_inputEvent(kind, x, y, key, buttonDown, handled);
 }

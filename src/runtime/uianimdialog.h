@@ -1,8 +1,8 @@
 // uiAnimDialog: a dialog that slides, fades or is masked in when entered and out when exited, together
 // with sub-animations of widgets below it. Reached by its type name "uiAnimDialog" (no public header).
 //
-// States: entering (2) and exiting (3) run the in or out record every update; the end of the in
-// animation goes to idle (1), the end of the out animation to exited (4), which the dialog stack waits
+// States (uistates.h): entering and exiting run the in or out record every update; the end of the in
+// animation goes to idle, the end of the out animation to exited, which the dialog stack waits
 // for. A change to idle or exited settles on the following update (a second, same-state change): only
 // then is an entered dialog activated and given the input focus.
 //
@@ -64,5 +64,5 @@ private:
     int m_startX = 0, m_startY = 0;
     int m_subAnimCount = 0;
     SubAnim* m_subAnims = nullptr; // from the buffer pool
-    int m_lastState = 0;
+    int m_lastState = UIS_HIDDEN;
 };

@@ -26,7 +26,7 @@ void parseStyle(Parser* parser, _uiAnimData_s& rec) {
             return;
         }
     }
-    Logger::log(2, "...anim style type \"^C00FF00%s^c\" unknown\f", styleName);
+    Logger::log(Logger::kError, "...anim style type \"^C00FF00%s^c\" unknown\f", styleName);
 }
 
 // Cubic Bezier from start to loc with the inner points at the control fractions, in power form.
@@ -106,7 +106,7 @@ void parseKey(Parser* parser, const char* subKey, _uiAnimData_s& rec, void (*rel
         if (const char* soundName = ui::nameAfterEquals(parser, "sound = val"))
             ui::copyName(rec.sound, soundName);
     } else if (!parseNumber(parser, subKey, rec)) {
-        Logger::log(2, "...unknown command for anim: \"^C00FF00%s^c\"\f", subKey);
+        Logger::log(Logger::kError, "...unknown command for anim: \"^C00FF00%s^c\"\f", subKey);
     }
 }
 

@@ -28,7 +28,7 @@ void uiAnimWidget::_parseParams(Parser* parser, char* key) {
 // finished, without the move to the record's end position, so the description's place stays.
 void uiAnimWidget::_initialize() {
     uiVisualWidget::_initialize();
-    if (m_state == 1 && m_lastState == 0) uiAnim::settleMask(m_in);
+    if (m_state == UIS_IDLE && m_lastState == UIS_HIDDEN) uiAnim::settleMask(m_in);
 }
 
 // ---- state hooks ------------------------------------------------------------------------------------
@@ -37,10 +37,10 @@ void uiAnimWidget::setState(int state) {
     m_lastState = m_state;
     m_state = state;
     m_elapsed = 0;
-    if (state == 0) {
+    if (state == UIS_HIDDEN) {
         setActive(false, true);
         setInputFocus(false, true);
-    } else if (state == 2 || state == 3) {
+    } else if (state == UIS_ENTERING || state == UIS_EXITING) {
         setActive(true, true);
         setVisible(true, true);
         setInputFocus(false, true);
@@ -56,16 +56,16 @@ void uiAnimWidget::start(int state, const _uiAnimData_s& rec) {
 
 void uiAnimWidget::enter() {
     if (m_in.style == UIANIM_NONE)
-        setState(1);
+        setState(UIS_IDLE);
     else
-        start(2, m_in);
+        start(UIS_ENTERING, m_in);
 }
 
 void uiAnimWidget::exit() {
     if (m_out.style == UIANIM_NONE)
-        setState(0);
+        setState(UIS_HIDDEN);
     else
-        start(3, m_out);
+        start(UIS_EXITING, m_out);
 }
 
 void uiAnimWidget::idle() {
@@ -87,21 +87,21 @@ void uiAnimWidget::setVisible(bool visible, bool recurse) {
 
 // The visual widget's own update (its alpha fade) does not run here.
 void uiAnimWidget::_update(int, int) {
-    if (m_state != 2 && m_state != 3) {
+    if (m_state != UIS_ENTERING && m_state != UIS_EXITING) {
         if (m_lastState != m_state) setState(m_state);
         return;
     }
-    const bool in = m_state == 2;
+    const bool in = m_state == UIS_ENTERING;
     _uiAnimData_s& rec = in ? m_in : m_out;
     m_elapsed = uiAnim::step(m_elapsed, rec, this, m_startX, m_startY, true);
     if (m_elapsed < rec.time) return;
-    setState(in ? 1 : 0);
+    setState(in ? UIS_IDLE : UIS_HIDDEN);
     // A Hidden entrance kept the widget invisible while it ran.
     if (in && rec.style == UIANIM_HIDDEN) setVisible(true, true);
 }
 
 void uiAnimWidget::_render(int x, int y) {
-    const bool in = m_state == 1 || m_state == 2;
+    const bool in = m_state == UIS_IDLE || m_state == UIS_ENTERING;
     uiAnim::drawMask(in ? m_in : m_out, this, x, y);
-    if (m_state == 0) setVisible(false, true);
+    if (m_state == UIS_HIDDEN) setVisible(false, true);
 }

@@ -1,7 +1,7 @@
 // uiAnimWidget: a visual widget with in and out animation records of its own (the same records as an
 // animated dialog's, without sub-animations). Reached by its type name "uiAnimWidget" (no public header).
 //
-// States: 0 hidden, 1 idle, 2 entering, 3 exiting; the end of the out animation is state 0, which
+// States (uistates.h): hidden, idle, entering, exiting; the end of the out animation is hidden, which
 // deactivates the widget and makes it invisible at its next render. A widget that was never entered or
 // exited starts idle, showing its in record as finished (a SpriteMask at its target alpha) where the
 // description put it. It draws the mask tiles of its current record, never its own sprite.
@@ -11,6 +11,7 @@
 //   AnimOut <sub-key> ...   the out record
 #pragma once
 #include "runtime/uianimrecord.h"
+#include "uistates.h"
 #include "uivisualwidget.h"
 
 class uiAnimWidget : public uiVisualWidget {
@@ -43,6 +44,6 @@ private:
     _uiAnimData_s m_in, m_out;
     unsigned int m_elapsed = 0;
     int m_startX = 0, m_startY = 0;
-    int m_state = 1;
-    int m_lastState = 0;
+    int m_state = UIS_IDLE;
+    int m_lastState = UIS_HIDDEN;
 };

@@ -14,13 +14,11 @@
 constexpr char kThreadName[] = "^CFFFF00BackgroundLoader^c";
 
 void* uiBackgroundLoader::operator new(std::size_t size) noexcept {
-    return g_MemoryPtr
-               ? g_MemoryPtr->alloc(uiWidget::kUIPool, static_cast<unsigned int>(size), __FILE__, __LINE__)
-               : nullptr;
+    return ui::poolAlloc(uiWidget::kUIPool, size, __FILE__, __LINE__);
 }
 
 void uiBackgroundLoader::operator delete(void* p) noexcept {
-    if (p) g_MemoryPtr->free(uiWidget::kUIPool, p);
+    ui::poolFree(uiWidget::kUIPool, p);
 }
 
 uiBackgroundLoader::uiBackgroundLoader() {
@@ -66,7 +64,7 @@ void uiBackgroundLoader::_loadRequested() {
     if (g_ui)
         loaded = g_ui->loadUI(file);
     else
-        Logger::log(2, "uiBackgroundLoader: no uiSubsystem to load \"^C00FF00%s^c\"\f", file);
+        Logger::log(Logger::kError, "uiBackgroundLoader: no uiSubsystem to load \"^C00FF00%s^c\"\f", file);
     widget = loaded;
     state = 1;
 }

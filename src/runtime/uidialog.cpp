@@ -28,7 +28,7 @@ void uiDialog::_parseParams(Parser* parser, char* key) {
         if (uiWidget* w = getWidget(path, 0, true))
             addTabEntry(w);
         else
-            Logger::log(2, "...tabentry: \"^C00FF00%s^c does not exist.\f", path);
+            Logger::log(Logger::kError, "...tabentry: \"^C00FF00%s^c does not exist.\f", path);
     } else if (ui::equalNoCase(key, "takefocus")) {
         if (ui::expectEquals(parser, "takefocus = BOOLEAN")) m_takesFocus = _parseBoolean(parser);
     } else {
@@ -47,12 +47,12 @@ void uiDialog::activate(bool on) {
 
 void uiDialog::idle() {
     activate(true);
-    m_state = 1;
+    m_state = UIS_IDLE;
 }
 
 void uiDialog::hide() {
     setActive(false, true);
-    m_state = 0;
+    m_state = UIS_HIDDEN;
     if (m_hideCb) m_hideCb(this, m_hideCbData);
 }
 
@@ -87,7 +87,7 @@ void uiDialog::_resetParticleSystems(uiWidget* root) {
 void uiDialog::addTabEntry(uiWidget* w) {
     TabNode* node = UI_POOL_NEW(TabNode, kUIPool);
     if (!node) {
-        Logger::log(2, "%s::addTabEntry(%s): Out of Memory\f", name, w->name);
+        Logger::log(Logger::kError, "%s::addTabEntry(%s): Out of Memory\f", name, w->name);
         return;
     }
     node->widget = w;

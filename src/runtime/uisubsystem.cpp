@@ -9,19 +9,18 @@
 uiSubsystem* g_ui = nullptr;
 
 void* uiSubsystem::operator new(std::size_t size) noexcept {
-    return g_MemoryPtr
-               ? g_MemoryPtr->alloc(uiWidget::kUIPool, static_cast<unsigned int>(size), __FILE__, __LINE__)
-               : nullptr;
+    return ui::poolAlloc(uiWidget::kUIPool, size, __FILE__, __LINE__);
 }
 
 void uiSubsystem::operator delete(void* p) noexcept {
-    if (p) g_MemoryPtr->free(uiWidget::kUIPool, p);
+    ui::poolFree(uiWidget::kUIPool, p);
 }
 
 uiSubsystem::uiSubsystem() {
     g_ui = this;
     m_lock = uiCriticalSection::create();
-    if (!m_lock) Logger::log(2, "uiSubsystem: could not create the subsystem lock: Out of Memory\f");
+    if (!m_lock)
+        Logger::log(Logger::kError, "uiSubsystem: could not create the subsystem lock: Out of Memory\f");
 }
 
 uiSubsystem::~uiSubsystem() {
@@ -172,7 +171,8 @@ void uiSubsystem::pushInputFocusWidget(uiWidget* w) {
     else
         node = UI_POOL_NEW(FocusNode, uiWidget::kUIPool);
     if (!node) {
-        Logger::log(2, "uiSubsystem::pushInputFocusWidget(%s): Out of Memory\f", w ? w->name : "null");
+        Logger::log(Logger::kError, "uiSubsystem::pushInputFocusWidget(%s): Out of Memory\f",
+                    w ? w->name : "null");
         return;
     }
     node->widget = w;

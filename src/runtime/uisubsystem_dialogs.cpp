@@ -40,7 +40,7 @@ void uiSubsystem::clearPendingDialogs() {
 void uiSubsystem::_addDialogStackCmd(int kind, uiDialog* d) {
     _DialogStackCmd_s* cmd = UI_POOL_NEW(_DialogStackCmd_s, uiWidget::kUIPool);
     if (!cmd) {
-        Logger::log(2, "_addDialogStackCmd(): Out of Memory\f");
+        Logger::log(Logger::kError, "_addDialogStackCmd(): Out of Memory\f");
         return;
     }
     cmd->kind = kind;
@@ -52,7 +52,8 @@ void uiSubsystem::_addDialogStackCmd(int kind, uiDialog* d) {
         m_cmdHead = cmd;
     m_cmdTail = cmd;
     // A threshold for spotting runaway queueing, not a capacity.
-    if (++m_cmdCount > kCmdWarnCount) Logger::log(1, "DialogStackCmd queue exceeds 32 count\f");
+    if (++m_cmdCount > kCmdWarnCount)
+        Logger::log(Logger::kWarning, "DialogStackCmd queue exceeds 32 count\f");
 }
 
 void uiSubsystem::_removeDialogStackCmd() {
@@ -77,7 +78,7 @@ uiDialog* uiSubsystem::topDialog() {
 }
 
 bool uiSubsystem::topDialogIsIdle(uiDialog* d) {
-    return d && topDialog() == d && d->getState() == 1 && d->getLastState() == d->getState();
+    return d && topDialog() == d && d->getState() == UIS_IDLE && d->getLastState() == d->getState();
 }
 
 bool uiSubsystem::isDialogPushed(uiDialog* d) {
@@ -93,7 +94,7 @@ void uiSubsystem::reportDialogStack() {}
 void uiSubsystem::_pushDialog(uiDialog* d) {
     DialogNode* node = UI_POOL_NEW(DialogNode, uiWidget::kUIPool);
     if (!node) {
-        Logger::log(2, "_pushDialog(%s): Out of Memory\f", d->name);
+        Logger::log(Logger::kError, "_pushDialog(%s): Out of Memory\f", d->name);
         return;
     }
     node->dialog = d;
@@ -109,7 +110,7 @@ void uiSubsystem::_popDialog() {
 uiSubsystem::DialogNode* uiSubsystem::_unlinkTopDialog() {
     DialogNode* node = m_dialogs;
     if (!node) {
-        Logger::log(2, "_popDialog(): Stack underflow\f");
+        Logger::log(Logger::kError, "_popDialog(): Stack underflow\f");
         return nullptr;
     }
     m_dialogs = node->next;
@@ -148,7 +149,7 @@ bool uiSubsystem::_runDialogCmd(int kind, uiDialog* d) {
     uiDialog* top = topDialog();
     switch (kind) {
     case DSC_PUSH: {
-        if (top && top->getState() != 1) return false;
+        if (top && top->getState() != UIS_IDLE) return false;
         _hideAwaitingDialogs(d); // pushed again before its hide was due: hide it now, then enter afresh
         d->enter();
         DialogNode* before = m_dialogs;
@@ -156,7 +157,7 @@ bool uiSubsystem::_runDialogCmd(int kind, uiDialog* d) {
         if (m_dialogs == before) return false; // no stack node: try again next frame
         if (d->takesFocus()) pushInputFocusWidget(d);
         _removeDialogStackCmd();
-        return d->getState() == 1;
+        return d->getState() == UIS_IDLE;
     }
     case DSC_PUSH_NOW: {
         _hideAwaitingDialogs(d);
@@ -170,13 +171,13 @@ bool uiSubsystem::_runDialogCmd(int kind, uiDialog* d) {
     case DSC_POP:
     case DSC_CLEAR: {
         if (!top || (d && d != top)) break;
-        if (top->getState() == 1) top->exit();
-        // State 4 is an animated dialog that finished exiting; state 0 is a dialog that hid itself in
-        // exit() (a plain dialog) or was hidden by the game: neither will change any more.
+        if (top->getState() == UIS_IDLE) top->exit();
+        // Exited is an animated dialog that finished exiting; hidden is a dialog that hid itself in exit()
+        // (a plain dialog) or was hidden by the game: neither will change any more.
         const int state = top->getState();
-        if (state == 4 || state == 0) {
+        if (state == UIS_EXITED || state == UIS_HIDDEN) {
             DialogNode* node = _unlinkTopDialog();
-            if (state == 4) {
+            if (state == UIS_EXITED) {
                 DialogNode** tail = &m_awaitingHide;
                 while (*tail)
                     tail = &(*tail)->next;

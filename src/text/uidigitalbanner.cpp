@@ -50,7 +50,8 @@ void uiDigitalBanner::_parseParams(Parser* parser, char* key) {
     if (parser->ParamEqualsUInt32(key, "maxmessages", &maxMessages)) return;
     if (ui::equalNoCase(key, "font")) {
         const char* value = ui::nameAfterEquals(parser, "font = \"val\"");
-        if (value && !setFont(value)) Logger::log(2, "...failed to create font: %s for %s\f", value, name);
+        if (value && !setFont(value))
+            Logger::log(Logger::kError, "...failed to create font: %s for %s\f", value, name);
         return;
     }
     if (parser->ParamEqualsInt32(key, "height", &height)) return;
@@ -70,7 +71,7 @@ void uiDigitalBanner::print(unsigned int priority, const char* format, ...) {
     constexpr unsigned int kWorkBuffer = 2048;
     constexpr std::size_t kMessageBytes = 128; // 127 characters and the terminator
     char* buffer = static_cast<char*>(g_MemoryPtr->alloc(kBufPool, kWorkBuffer, __FILE__, __LINE__));
-    if (!buffer) return;
+    if (!buffer) return; // dropped without a log line: printing is fire-and-forget for the game
     va_list args;
     va_start(args, format);
     std::vsnprintf(buffer, kMessageBytes, format, args);

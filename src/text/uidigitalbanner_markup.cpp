@@ -147,7 +147,7 @@ void uiDigitalBanner::_extractMessage(char* text, dbMessage_t* message) {
                           ? g_MemoryPtr->alloc(kUIPool, static_cast<unsigned int>(bytes), __FILE__, __LINE__)
                           : nullptr;
         if (!block) {
-            Logger::log(2, "Digital Banner could not add message: Out of memory.\f");
+            Logger::log(Logger::kError, "Digital Banner could not add message: Out of memory.\f");
             _removeMessage(message);
             return;
         }
@@ -168,13 +168,14 @@ void uiDigitalBanner::_extractMessage(char* text, dbMessage_t* message) {
     }
 
     if (fault.word)
-        Logger::log(2, "Digital Banner message could not be added: Invalid Piece Action ('%s').\f",
-                    fault.word);
+        Logger::log(Logger::kError,
+                    "Digital Banner message could not be added: Invalid Piece Action ('%s').\f", fault.word);
     else if (fault.delimiter)
-        Logger::log(2, "Digital Banner message could not be added: Invalid Syntax ('%s').\f",
+        Logger::log(Logger::kError, "Digital Banner message could not be added: Invalid Syntax ('%s').\f",
                     fault.delimiter);
     else if (length > width)
-        Logger::log(2, "Digital Banner message could not be added: Message Length Exceeds Banner Width.\f");
+        Logger::log(Logger::kError,
+                    "Digital Banner message could not be added: Message Length Exceeds Banner Width.\f");
     else {
         message->length = static_cast<int>(length);
         return;

@@ -16,7 +16,7 @@ dbMessage_t* uiDigitalBanner::_addMessage(unsigned int priority) {
 
     dbMessage_t* message = UI_POOL_NEW(dbMessage_t, kUIPool);
     if (!message) {
-        Logger::log(2, "Digital Banner could not add message: Out of memory.\f");
+        Logger::log(Logger::kError, "Digital Banner could not add message: Out of memory.\f");
         return nullptr;
     }
     message->priority = priority;

@@ -7,10 +7,6 @@
 
 namespace {
 
-int addSaturating(int a, int b) {
-    return ui::clampToInt(static_cast<long long>(a) + b);
-}
-
 // ON and OFF fade at the piece's place in either phase: in when entering, out when leaving.
 bool fadesAtPlace(pieceAction_t action) {
     return action == PA_ON || action == PA_OFF;
@@ -153,7 +149,7 @@ void uiDigitalBanner::_renderPiece(dbMessagePiece_t* piece, bool messageWaiting,
             piece->timer = 0;
             piece->state = DBP_LEAVING;
         } else {
-            piece->timer = addSaturating(piece->timer, step);
+            piece->timer = ui::clampedSum(piece->timer, step);
         }
         break;
     case DBP_LEAVING:
@@ -189,7 +185,7 @@ void uiDigitalBanner::_renderPhase(dbMessagePiece_t* piece, bool leaving, int ox
         piece->timer = 0;
         piece->state = leaving ? DBP_DONE : DBP_HOLDING;
     } else {
-        piece->timer = addSaturating(piece->timer, step);
+        piece->timer = ui::clampedSum(piece->timer, step);
     }
 }
 

@@ -1,9 +1,7 @@
 // uiEntryWidget: typing into the text widget's storage, acceptance, the blinking cursor.
 #include "uientrywidget.h"
-#include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include "core/uidescvalue.h"
+#include "core/uinumber.h"
 #include "core/uinumeric.h"
 #include "core/uiutil.h"
 #include "gfxsubsystem.h"
@@ -16,19 +14,13 @@ namespace {
 
 constexpr int kMaxCharacters = uiTextWidget::kTextCapacity - 1;
 
-// "= int" read as one decimal integer; a missing "=", a missing or malformed number logs `form`.
+// "= int" read as one integer; a missing "=", a missing or malformed number logs `form`.
 bool intAfterEquals(Parser* parser, const char* form, int* value) {
     const char* token = ui::nameAfterEquals(parser, form);
     if (!token) return false;
-    char* end = nullptr;
-    errno = 0;
-    const long v = std::strtol(token, &end, 10);
-    if (end == token || *end != '\0' || errno == ERANGE || v < INT_MIN || v > INT_MAX) {
-        ui::logExpected(form);
-        return false;
-    }
-    *value = static_cast<int>(v);
-    return true;
+    if (ui::parseInt32(token, value)) return true;
+    ui::logExpected(form);
+    return false;
 }
 
 } // namespace
@@ -88,7 +80,7 @@ void uiEntryWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "cursor")) {
         const char* sprite = ui::nameAfterEquals(parser, "cursor = \"val\"");
         if (sprite && !setCursor(sprite))
-            Logger::log(2, "...failed to create cursor: %s for %s\f", sprite, name);
+            Logger::log(Logger::kError, "...failed to create cursor: %s for %s\f", sprite, name);
         return;
     }
     if (ui::equalNoCase(key, "entryrectx")) {

@@ -63,13 +63,7 @@ void uiFlowLayout::setActive(bool active, bool recurse) {
         for (const _WidgetList_s* node = children; node; node = node->next)
             if (!node->widget->getOverrideActive() && !node->widget->isType("uiDialog"))
                 node->widget->setActive(active, true);
-    if (active && !(flags & WF_ACTIVE)) {
-        _activate();
-        flags |= WF_ACTIVE;
-    } else if (!active && (flags & WF_ACTIVE)) {
-        _deactivate();
-        flags &= ~WF_ACTIVE;
-    }
+    _setOwnState(WF_ACTIVE, active);
 }
 
 void uiFlowLayout::_activate() {
@@ -83,7 +77,7 @@ void uiFlowLayout::_activate() {
                       : nullptr;
     if (!block) {
         // The children keep the places they had; the next activation tries again.
-        Logger::log(2, "%s::_activate(): Out of Memory\f", name);
+        Logger::log(Logger::kError, "%s::_activate(): Out of Memory\f", name);
         return;
     }
     // The child list holds the newest first; the pass goes in the order the children were added.

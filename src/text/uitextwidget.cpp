@@ -71,7 +71,7 @@ void uiTextWidget::_parseParams(Parser* parser, char* key) {
     if (ui::equalNoCase(key, "font")) {
         const char* fontName = ui::nameAfterEquals(parser, "font = \"val\"");
         if (fontName && !setFont(fontName))
-            Logger::log(2, "...failed to create font: %s for %s\f", fontName, name);
+            Logger::log(Logger::kError, "...failed to create font: %s for %s\f", fontName, name);
         return;
     }
     if (ui::equalNoCase(key, "justify")) {

@@ -55,7 +55,7 @@ std::vector<devtools::Diagnostic> lint(const fs::path& file, const uilint::Asset
 }
 
 const char* severityName(int severity) {
-    return severity >= 2 ? "error" : "warning";
+    return severity >= Logger::kError ? "error" : "warning";
 }
 
 void printText(const std::vector<devtools::Diagnostic>& all) {
@@ -100,6 +100,6 @@ int main(int argc, char** argv) {
     }
     format == "json" ? printJson(all) : printText(all);
     for (const devtools::Diagnostic& d : all)
-        if (d.severity >= 2) return 1;
+        if (d.severity >= Logger::kError) return 1;
     return 0;
 }

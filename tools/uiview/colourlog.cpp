@@ -22,11 +22,11 @@ bool isHex6(const char* s) {
 
 void ColourLog::write(int severity, const char* text) {
     static const char* const kTags[] = {"", "warning: ", "error: "};
-    std::string out = m_colours && severity >= 2   ? "\x1b[1;31m"
-                      : m_colours && severity == 1 ? "\x1b[1;33m"
-                                                   : "";
-    out += kTags[severity >= 2 ? 2 : severity == 1 ? 1 : 0];
-    if (m_colours && severity >= 1) out += "\x1b[0m";
+    const int level = severity >= Logger::kError ? 2 : severity == Logger::kWarning ? 1 : 0;
+    static const char* const kColours[] = {"", "\x1b[1;33m", "\x1b[1;31m"};
+    std::string out = m_colours ? kColours[level] : "";
+    out += kTags[level];
+    if (m_colours && level > 0) out += "\x1b[0m";
     for (const char* p = text; *p; ++p) {
         if (p[0] == '^' && p[1] == 'C' && isHex6(p + 2)) {
             if (m_colours) {

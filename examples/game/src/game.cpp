@@ -120,7 +120,7 @@ void Game::_reload() {
     for (int id = 0; id < SCREEN_COUNT; ++id)
         if (kTreeFiles[id]) _deleteTree(static_cast<ScreenId>(id));
     if (!_loadTrees()) {
-        Logger::log(2, "game: the screens cannot be loaded again\f");
+        Logger::log(Logger::kError, "game: the screens cannot be loaded again\f");
         m_quit = true;
         return;
     }

@@ -40,9 +40,9 @@ void HighScores::load(const std::string& folder) {
     }
     *this = HighScores();
     if (damaged)
-        Logger::log(1, "game: %s is damaged, default high scores used\f", path.c_str());
+        Logger::log(Logger::kWarning, "game: %s is damaged, default high scores used\f", path.c_str());
     else
-        Logger::log(0, "game: no high-score file yet, default high scores used\f");
+        Logger::log(Logger::kInfo, "game: no high-score file yet, default high scores used\f");
 }
 
 void HighScores::save(const std::string& folder) const {
@@ -52,5 +52,5 @@ void HighScores::save(const std::string& folder) const {
         p["points" + std::to_string(i + 1)] = std::to_string(rows[i].points);
     }
     if (!writePrefs(folder + "scores.txt", p))
-        Logger::log(1, "game: cannot save the high scores in %s\f", folder.c_str());
+        Logger::log(Logger::kWarning, "game: cannot save the high scores in %s\f", folder.c_str());
 }

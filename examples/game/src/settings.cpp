@@ -11,9 +11,9 @@ void Settings::load(const std::string& folder) {
     const PrefsRead read = readPrefs(path, p);
     if (read != PrefsRead::Ok) {
         if (read == PrefsRead::Damaged)
-            Logger::log(1, "game: %s is damaged, default options used\f", path.c_str());
+            Logger::log(Logger::kWarning, "game: %s is damaged, default options used\f", path.c_str());
         else
-            Logger::log(0, "game: no options file yet, default options used\f");
+            Logger::log(Logger::kInfo, "game: no options file yet, default options used\f");
         *this = Settings();
         return;
     }
@@ -35,5 +35,5 @@ void Settings::save(const std::string& folder) const {
     for (int i = 0; i < kLevels; ++i)
         p["stars" + std::to_string(i + 1)] = std::to_string(stars[i]);
     if (!writePrefs(folder + "options.txt", p))
-        Logger::log(1, "game: cannot save the options in %s\f", folder.c_str());
+        Logger::log(Logger::kWarning, "game: cannot save the options in %s\f", folder.c_str());
 }
