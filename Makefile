@@ -38,8 +38,12 @@ deps:
 deps-windows:
 	$(call install_missing,$(WINDOWS_PACKAGES))
 
+# make test's builds turn warnings of the project's own code into errors (GAMEUI_WERROR, cmake/warnings.cmake).
+WERROR ?= OFF
+test test-normal test-asan tsan: WERROR = ON
+
 build: deps
-	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo)
+	cmake -S . -B build/normal $(call CMAKE_COMMON,RelWithDebInfo) -DGAMEUI_WERROR=$(WERROR)
 	cmake --build build/normal -j $(JOBS)
 
 # Runs the example screens and the game off screen with their scripted sessions; frames go to
@@ -87,7 +91,7 @@ test-normal: build
 	cd examples/game && ../../build/normal/tools/uilint/uilint --assets . *.ui
 
 test-asan: deps
-	cmake -S . -B build/asan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=address,undefined
+	cmake -S . -B build/asan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=address,undefined -DGAMEUI_WERROR=$(WERROR)
 	cmake --build build/asan -j $(JOBS)
 	cd build/asan && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  ctest --output-on-failure -j $(JOBS)
@@ -95,7 +99,7 @@ test-asan: deps
 # ThreadSanitizer over the tests that run threads (background loading, locks, thread-safe doubles).
 TSAN_TESTS := Thread|Loader
 tsan: deps
-	cmake -S . -B build/tsan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=thread -DGAMEUI_SDL=OFF
+	cmake -S . -B build/tsan $(call CMAKE_COMMON,Debug) -DGAMEUI_SANITIZE=thread -DGAMEUI_SDL=OFF -DGAMEUI_WERROR=$(WERROR)
 	cmake --build build/tsan -j $(JOBS)
 	cd build/tsan && TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
 	  ctest --output-on-failure -j $(JOBS) -R '$(TSAN_TESTS)'

@@ -21,8 +21,8 @@ void uiRadioGroup::_parseParams(Parser* parser, char* key) {
 // ---- group value ------------------------------------------------------------------------------------
 
 // Nested groups are skipped: their buttons belong to them.
-int uiRadioGroup::_getValue(const uiWidget* parent) const {
-    for (const _WidgetList_s* node = parent->getChildren(); node; node = node->next) {
+int uiRadioGroup::_getValue(const uiWidget* below) const {
+    for (const _WidgetList_s* node = below->getChildren(); node; node = node->next) {
         uiWidget* child = node->widget;
         if (child->isType("uiRadioButton")) {
             const uiRadioButton* button = static_cast<const uiRadioButton*>(child);
@@ -35,8 +35,8 @@ int uiRadioGroup::_getValue(const uiWidget* parent) const {
     return -1;
 }
 
-void uiRadioGroup::_setValue(const uiWidget* parent, int value) {
-    for (const _WidgetList_s* node = parent->getChildren(); node; node = node->next) {
+void uiRadioGroup::_setValue(const uiWidget* below, int value) {
+    for (const _WidgetList_s* node = below->getChildren(); node; node = node->next) {
         uiWidget* child = node->widget;
         if (child->isType("uiRadioButton"))
             static_cast<uiRadioButton*>(child)->select(static_cast<uiRadioButton*>(child)->getValue() ==

@@ -14,8 +14,8 @@ const char* const kSprites[] = {"art/star", "art/rock", "art/basket"};
 
 StarField::~StarField() {
     if (!g_gfx || m_starSprite < 0) return;
-    for (const char* name : kSprites)
-        g_gfx->releaseSprite(name);
+    for (const char* sprite : kSprites)
+        g_gfx->releaseSprite(sprite);
 }
 
 void StarField::start(const Round& round) {
