@@ -53,9 +53,11 @@ void uiWidget::_copyWidgetFields(const uiWidget& other) {
 uiWidget::~uiWidget() {
 #ifndef NDEBUG
     // Its parent's list would keep pointing at it; callers detach first (debug builds name the widget).
-    if (parent)
-        Logger::log(Logger::kError, "uiWidget[^CFFFF00%s^c] deleted while still a child of ^CFFFF00%s^c\f",
-                    name, parent->name);
+    for (const _WidgetList_s* node = parent ? parent->children : nullptr; node; node = node->next)
+        if (node->widget == this)
+            Logger::log(Logger::kError,
+                        "uiWidget[^CFFFF00%s^c] deleted while still a child of ^CFFFF00%s^c\f", name,
+                        parent->name);
 #endif
     while (children) {
         _WidgetList_s* node = children;
