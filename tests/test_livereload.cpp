@@ -71,8 +71,8 @@ protected:
         o.font = "overlay";
         o.panelSprite = "panel";
         o.clock = [](void*) { return g_now; };
-        o.wire = [](uiWidget* root, uiWidget*, void* client) {
-            static_cast<LiveReload*>(client)->wire(root);
+        o.wire = [](uiWidget* rebuilt, uiWidget*, void* client) {
+            static_cast<LiveReload*>(client)->wire(rebuilt);
         };
         o.client = this;
         o.assets = &assets;
