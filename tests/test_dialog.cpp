@@ -23,12 +23,12 @@ protected:
         uiWidget* w = uiWidget::allocWidget(name, "uiInputHandler");
         w->rect = {x, y, x + 20, y + 10};
         _WidgetMap_s map{};
-        map.mouseDownCb = [](uiWidget* w, void* c, int, int) {
-            static_cast<Names*>(c)->push_back(std::string("down ") + w->name);
+        map.mouseDownCb = [](uiWidget* target, void* c, int, int) {
+            static_cast<Names*>(c)->push_back(std::string("down ") + target->name);
             return true;
         };
-        map.keyDownCb = [](uiWidget* w, void* c, int key) {
-            static_cast<Names*>(c)->push_back(std::string("key ") + w->name + " " + std::to_string(key));
+        map.keyDownCb = [](uiWidget* target, void* c, int key) {
+            static_cast<Names*>(c)->push_back(std::string("key ") + target->name + " " + std::to_string(key));
             return true;
         };
         w->assignCallbacks(&map, &calls);
