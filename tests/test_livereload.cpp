@@ -204,7 +204,7 @@ TEST_F(LiveReload, ChangedSpritesAreReloadedThroughTheServiceOrReportedOnce) {
     const std::string cannot =
         "devtools: the service cannot reload sprites; \"pic\" and any other keep their old "
         "contents\f";
-    for (const char* picture : {"second", "third!"}) {
+    for (const char* picture : {"second", "thirdly"}) { // each a new length: coarse file times
         write("pic.png", picture);
         frames();
     }
