@@ -149,7 +149,7 @@ test-web:
 # runs FUZZ_SECONDS from the seeds in fuzz/corpus/<target> plus what earlier runs found in build/fuzz/work;
 # a crash, leak, sanitizer report or hang stops the run and leaves the input in build/fuzz/artifacts.
 FUZZ_SECONDS ?= 60
-FUZZ_TARGETS := description scriptlet banner stringtable entry screens
+FUZZ_TARGETS := description scriptlet banner stringtable entry screens buttonwalk
 fuzz-build: deps
 	cmake -S . -B build/fuzz $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ \
 	  -DBUILD_SHARED_LIBS=OFF -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF -DGAMEUI_FUZZ=ON -DGAMEUI_SANITIZE=address,undefined
