@@ -216,8 +216,9 @@ BENCH_PYTHON ?= /usr/bin/python3
 bench-deps:
 	@$(MAKE) --no-print-directory deps DEB_PACKAGES="$(DEB_PACKAGES) $(BENCH_PACKAGES)"
 
+BENCH_CMAKE = $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF
 bench: bench-deps
-	cmake -S . -B build/bench $(call CMAKE_COMMON,Release) -DGAMEUI_BENCH=ON -DGAMEUI_TESTS=OFF -DGAMEUI_SDL=OFF
+	cmake -S . -B build/bench $(BENCH_CMAKE)
 	cmake --build build/bench -j $(JOBS)
 	mkdir -p out/bench/data
 	rm -f out/bench/memory_*.json
@@ -226,6 +227,24 @@ bench: bench-deps
 	$(BENCH_PYTHON) bench/run_timed.py build/bench/bench out/bench $(BENCH_ROUNDS) $(BENCH_ARGS)
 	$(BENCH_PYTHON) bench/report.py out/bench
 	@echo "results: out/bench/results.md, out/bench/results.json, out/bench/*.svg"
+
+# gameui's frame and input benchmarks timed natively and in headless Chromium by one harness (bench/web),
+# built by the native compiler and by Emscripten as make web builds, in BENCH_WEB_ROUNDS interleaved rounds
+# of BENCH_WEB_SECONDS per operation; the table goes to out/bench-web/results.{md,json}. Never part of
+# make test.
+BENCH_WEB_ROUNDS ?= 3
+BENCH_WEB_SECONDS ?= 0.2
+.PHONY: bench-web
+bench-web: deps
+	$(call install_missing,$(WEB_PACKAGES) chromium)
+	@command -v npm >/dev/null || $(MAKE) --no-print-directory deps DEB_PACKAGES=npm
+	cmake -S . -B build/bench $(BENCH_CMAKE)
+	cmake --build build/bench -j $(JOBS) --target timing_gameui
+	$(EMSCRIPTEN_ENV) emcmake cmake -S . -B build/bench-web $(WEB_CMAKE) -DGAMEUI_BENCH=ON
+	$(EMSCRIPTEN_ENV) cmake --build build/bench-web -j $(JOBS) --target timing_gameui
+	npm ci --prefix cmake/browser-test --no-audit --no-fund
+	NODE_PATH=$(CURDIR)/cmake/browser-test/node_modules node bench/web/run_chromium.js \
+	  build/bench/bench/web/timing_gameui build/bench-web/bench/web out/bench-web $(BENCH_WEB_ROUNDS) $(BENCH_WEB_SECONDS)
 
 # Valgrind's memcheck over the normal test build: the library's suite, then the SDL services' (on SDL's
 # dummy drivers) when they were built. Any memory error or definite leak fails it. Not part of make test:

@@ -40,4 +40,10 @@ std::string gameuiDescription(const Scene& scene) {
     return out;
 }
 
+std::string writeGameuiScene(const std::string& dir, const Scene& scene) {
+    const std::string file = dir + "/" + scene.fileName("gameui", ".txt");
+    writeFile(file, gameuiDescription(scene));
+    return file;
+}
+
 } // namespace bench
