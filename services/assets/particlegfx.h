@@ -35,10 +35,10 @@ protected:
 
     std::recursive_mutex m_lock;
     std::string m_assetDir;
+    const char* m_service;
     std::map<int, Psys> m_psys;
 
 private:
-    const char* m_service;
     int m_nextPsys = 0;
 };
 

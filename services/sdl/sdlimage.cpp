@@ -2,7 +2,7 @@
 
 namespace sdlsvc {
 
-Image::Image(SDL_Surface* pixels) {
+Image::Image(SDL_Surface* pixels, SDL_Color colour) : m_colour(colour) {
     if (!pixels) return;
     m_pixels = SDL_ConvertSurfaceFormat(pixels, SDL_PIXELFORMAT_RGBA32, 0);
     SDL_FreeSurface(pixels);
@@ -24,7 +24,10 @@ SDL_Texture* Image::texture(SDL_Renderer* renderer) {
     if (m_texture) SDL_DestroyTexture(m_texture);
     m_texture = m_pixels ? SDL_CreateTextureFromSurface(renderer, m_pixels) : nullptr;
     m_owner = renderer;
-    if (m_texture) SDL_SetTextureBlendMode(m_texture, SDL_BLENDMODE_BLEND);
+    if (m_texture) {
+        SDL_SetTextureBlendMode(m_texture, SDL_BLENDMODE_BLEND);
+        SDL_SetTextureColorMod(m_texture, m_colour.r, m_colour.g, m_colour.b);
+    }
     return m_texture;
 }
 

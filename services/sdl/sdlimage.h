@@ -1,5 +1,6 @@
 // A picture held by the SDL graphics service: its pixels stay in memory (for alpha tests and for
-// services created on loader threads) and the texture is made on first draw, on the rendering thread.
+// services created on loader threads) and the texture is made on first draw, on the rendering thread. A
+// colour other than white modulates the picture as it is drawn (white glyphs drawn in a font's colour).
 #pragma once
 #include <SDL.h>
 #include <memory>
@@ -8,7 +9,8 @@ namespace sdlsvc {
 
 class Image {
 public:
-    explicit Image(SDL_Surface* pixels); // takes the surface, converted to 32-bit RGBA
+    // Takes the surface, converted to 32-bit RGBA.
+    explicit Image(SDL_Surface* pixels, SDL_Color colour = SDL_Color{255, 255, 255, 255});
     ~Image();
     Image(const Image&) = delete;
     Image& operator=(const Image&) = delete;
@@ -25,6 +27,7 @@ private:
     SDL_Surface* m_pixels = nullptr;
     SDL_Texture* m_texture = nullptr;
     SDL_Renderer* m_owner = nullptr;
+    SDL_Color m_colour;
 };
 
 using ImagePtr = std::shared_ptr<Image>;
