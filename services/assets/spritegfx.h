@@ -81,6 +81,9 @@ protected:
     FrameStatistics m_statistics;
 
 private:
+    // An alpha of at least this counts as opaque for hit tests.
+    static constexpr int kOpaqueAlpha = 128;
+
     bool _loadSheet(const std::string& name, Sheet& sheet);
     Sheet* _sheet(int sprite);
     void _queueFrame(int depth, int level, int sprite, int x, int y, int srcX, int srcY, int w, int h,

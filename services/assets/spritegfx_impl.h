@@ -7,11 +7,6 @@
 
 namespace assets {
 
-namespace sprites {
-// An alpha of at least this counts as opaque for hit tests.
-constexpr int kOpaqueAlpha = 128;
-} // namespace sprites
-
 template <class Image> bool SpriteGfx<Image>::_loadSheet(const std::string& name, Sheet& sheet) {
     if (!readSheetLayout(m_assetDir, name, sheet.layout)) return false;
     sheet.image = _loadImage(joinPath(m_assetDir, sheet.layout.image));
@@ -82,7 +77,7 @@ template <class Image> bool SpriteGfx<Image>::alphaTestSprite(int sprite, int an
     if (!sheet) return false;
     const Rect f = frameRect(sheet->layout, anim, frame);
     if (x < 0 || y < 0 || x >= f.w || y >= f.h) return false;
-    return sheet->image->alphaAt(f.x + x, f.y + y) >= sprites::kOpaqueAlpha;
+    return sheet->image->alphaAt(f.x + x, f.y + y) >= kOpaqueAlpha;
 }
 
 template <class Image>
