@@ -1,6 +1,5 @@
 // A digital banner on a stage, for the banner's test files: 100 units wide and 40 high, at (5, 7) on
-// depth 12, with the font "led" (20 high, every character 10 wide). Frames come back as the texts the
-// banner printed and where.
+// depth 12, with the font "led" (20 high, every character 10 wide).
 #pragma once
 #include <gtest/gtest.h>
 #include <string>
@@ -12,9 +11,7 @@ class BannerProbe : public uiDigitalBanner {
 public:
     using uiDigitalBanner::_calcLeadingSpace;
     using uiDigitalBanner::_extractMessage;
-    using uiDigitalBanner::_getAction;
     using uiDigitalBanner::_removeMessage;
-    using uiDigitalBanner::_strlen;
     dbMessage_t* head() { return messages; }
     unsigned int queued() const { return messageCount; }
 };
@@ -31,27 +28,23 @@ protected:
         stage.attach(banner);
     }
 
-    // One frame of `ms`: each print as "TEXT@x,y", with "/cC" when its clip height is not the font's 20
-    // and "/aA" when its alpha is not 255, in drawing order.
-    std::string frame(unsigned int ms) {
-        svc.gfx.clear();
-        stage.render(ms);
+    // `n` frames of `ms`, joined by " | ": each print as "TEXT@x,y", with "/cC" when its clip height is not
+    // the font's 20 and "/aA" when its alpha is not 255, in drawing order.
+    std::string frame(unsigned int ms, int n = 1) {
         std::string out;
-        for (const testkit::GfxCall& call : svc.gfx.named("print")) {
-            EXPECT_EQ(call.ints[0] * 1000 + call.ints[1], 12000 + banner->font); // depth and font
-            EXPECT_EQ(call.ints[2] + call.ints[3], 0);                           // set and justify
-            out += (out.empty() ? "" : " ") + call.text + "@" + std::to_string(call.ints[4]) + "," +
-                   std::to_string(call.ints[5]) +
-                   (call.ints[6] != 20 ? "/c" + std::to_string(call.ints[6]) : "") +
-                   (call.ints[7] != 255 ? "/a" + std::to_string(call.ints[7]) : "");
+        for (int i = 0; i < n; ++i) {
+            svc.gfx.clear();
+            stage.render(ms);
+            out += i ? " | " : "";
+            for (const testkit::GfxCall& call : svc.gfx.named("print")) {
+                EXPECT_EQ(call.ints[0] * 1000 + call.ints[1], 12000 + banner->font); // depth and font
+                EXPECT_EQ(call.ints[2] + call.ints[3], 0);                           // set and justify
+                out += (out.empty() || out.back() == ' ' ? "" : " ") + call.text + "@" +
+                       std::to_string(call.ints[4]) + "," + std::to_string(call.ints[5]) +
+                       (call.ints[6] != 20 ? "/c" + std::to_string(call.ints[6]) : "") +
+                       (call.ints[7] != 255 ? "/a" + std::to_string(call.ints[7]) : "");
+            }
         }
-        return out;
-    }
-    // `n` frames of `ms`, joined by " | ".
-    std::string frames(unsigned int ms, int n) {
-        std::string out;
-        for (int i = 0; i < n; ++i)
-            out += (i ? " | " : "") + frame(ms);
         return out;
     }
     // The texts shown, each once, in the frames run until the queue is empty (at most `limit` frames).

@@ -9,26 +9,10 @@ namespace {
 
 using Ints = std::vector<int>;
 
-// Added to the screen before the field, it is offered every event the field leaves unused.
-class Witness : public uiWidget {
-public:
-    Ints keys;
-    const char* getType() override { return "Witness"; }
-
-protected:
-    void _update(int, int) override {}
-    void _render(int, int) override {}
-    bool _inputEvent(e_uiEvent, int, int, int key, bool, bool) override {
-        keys.push_back(key);
-        return true;
-    }
-};
-
 class EntryWidget : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
-    Witness* witness = stage.attach(new Witness());
     uiEntryWidget* entry = stage.add<uiEntryWidget>("uiEntryWidget", "name", {100, 40, 0, 0});
 
     void SetUp() override {
@@ -39,9 +23,12 @@ protected:
     }
     void TearDown() override { EXPECT_EQ(svc.gfx.overReleases(), 0); }
 
-    void type(const Ints& codes) {
-        for (int c : codes)
-            stage.ui().inputEvent(UIE_CHAR, 0, 0, c);
+    // Sends each key as a character (or key-down) event; the keys the field left unused.
+    Ints type(const Ints& keys, e_uiEvent kind = UIE_CHAR) {
+        Ints unused;
+        for (int key : keys)
+            if (!entry->inputEvent(kind, 0, 0, key, false, false)) unused.push_back(key);
+        return unused;
     }
     std::string shown() const {
         return testkit::toUtf8(entry->getText()) + "/" + std::to_string(entry->length);
@@ -66,11 +53,10 @@ TEST_F(EntryWidget, TypingEditingAndAcceptance) {
     type({'a', 'b', '1'});
     EXPECT_EQ(shown(), "AB1/3");
     entry->entryWidth = 3;
-    type({'d'}); // a full field refuses
-    stage.keyDown(KEY_BACKSPACE);
+    EXPECT_EQ(type({'d'}), Ints{'d'}) << "a full field refuses";
+    EXPECT_EQ(type({KEY_BACKSPACE, 'A'}, UIE_KEY_DOWN), Ints{'A'}) << "other keys are not used";
     EXPECT_EQ(shown(), "AB/2");
-    for (int i = 0; i < 3; ++i)
-        stage.keyDown(KEY_BACKSPACE); // still used on an empty field
+    EXPECT_EQ(type({KEY_BACKSPACE, KEY_BACKSPACE, KEY_BACKSPACE}, UIE_KEY_DOWN), Ints{}) << "also when empty";
     EXPECT_EQ(shown(), "/0");
     EXPECT_EQ(svc.memory.allocations(), before) << "editing allocates nothing";
 
@@ -78,30 +64,25 @@ TEST_F(EntryWidget, TypingEditingAndAcceptance) {
     // capitals; the low 16 bits are the character.
     entry->entryWidth = 20;
     svc.gfx.setMissingGlyph("mono", 'Q');
-    type({'\t', '\r', 7, '\\', 0x109, 0, 'q', 0xE9, 0xFF, 0xF7, 0x10000 + 'z', 0x20AC, '~'});
+    EXPECT_EQ(type({'\t', '\r', 7, '\\', 0x109, 0, 'q', 0xE9, 0xFF, 0xF7, 0x10000 + 'z', 0x20AC, '~'}),
+              (Ints{'\t', '\r', 7, '\\', 0x109, 0, 'q'}));
     EXPECT_EQ(std::vector<unsigned int>(entry->getText(), entry->getText() + entry->length),
               (std::vector<unsigned int>{0xC9, 0xDF, 0xD7, 'Z', 0x20AC, '~'}));
-    EXPECT_EQ(witness->keys, (Ints{'d', '\t', '\r', 7, '\\', 0x109, 0, 'q'}));
 
+    // Enter (and 154) accepts and goes on to the key callback; an accepted field uses no input.
     entry->reset();
     type({'o', 'k'});
-    stage.keyDown('A'); // other keys are not used
-    stage.keyDown(KEY_ENTER);
+    EXPECT_EQ(type({KEY_ENTER}, UIE_KEY_DOWN), Ints{KEY_ENTER}) << "the callback did not take it";
     EXPECT_TRUE(entry->isAccepted());
-    type({'x'}); // an accepted field ignores input and passes nothing on
-    stage.keyDown(KEY_BACKSPACE);
-    stage.keyDown(KEY_ENTER);
+    EXPECT_EQ(type({'x'}).size() + type({KEY_BACKSPACE, KEY_ENTER}, UIE_KEY_DOWN).size(), 3u);
     EXPECT_EQ(shown(), "OK/2");
-    EXPECT_EQ(keyDowns, Ints{13}) << "Enter goes on to the key callback";
-    EXPECT_EQ(witness->keys.size(), 13u); // and Enter, which the callback did not take
     entry->reset();
-    EXPECT_FALSE(entry->isAccepted());
-    EXPECT_EQ(shown(), "/0");
-    stage.keyDown(KEY_PAD_ENTER);
-    EXPECT_TRUE(entry->isAccepted()) << "154 acts as Enter";
+    EXPECT_EQ(shown() + std::to_string(entry->isAccepted()), "/00");
+    type({KEY_PAD_ENTER}, UIE_KEY_DOWN);
+    EXPECT_TRUE(entry->isAccepted());
     entry->reset();
     entry->acceptOnEnter = false; // the key only reaches the callback
-    stage.keyDown(KEY_ENTER);
+    type({KEY_ENTER}, UIE_KEY_DOWN);
     EXPECT_FALSE(entry->isAccepted());
     EXPECT_EQ(keyDowns, (Ints{13, 154, 13}));
 
@@ -120,11 +101,10 @@ TEST_F(EntryWidget, TheCursorBlinksAtTheEndOfTheTextWhileTheFieldHasFocus) {
     type({'a', 'b'});
     svc.gfx.clear();
     stage.render(16);
-    std::vector<std::string> order;
+    std::string order;
     for (const auto& call : svc.gfx.calls)
-        order.push_back(call.fn);
-    EXPECT_EQ(order, (std::vector<std::string>{"getTextRect", "blt", "print"}))
-        << "the cursor, then the text";
+        order += call.fn + " ";
+    EXPECT_EQ(order, "getTextRect blt print ") << "the cursor, then the text";
     EXPECT_EQ(svc.gfx.ints("getTextRect").at(0), (Ints{entry->font, 0, 100, 40}));
     EXPECT_EQ(svc.gfx.ints("blt").at(0), (Ints{0, entry->cursor, 120, 40, 0, 0, 255}));
 
@@ -163,21 +143,15 @@ TEST_F(EntryWidget, TheCursorBlinksAtTheEndOfTheTextWhileTheFieldHasFocus) {
 
 TEST_F(EntryWidget, HitTestsUseTheEntryRectangleAndCursorSpritesAreGivenBack) {
     entry->entryRect = {100, 40, 200, 56};
-    EXPECT_TRUE(entry->testBounds(199, 55));
-    EXPECT_FALSE(entry->testBounds(200, 40));
-    EXPECT_FALSE(entry->testBounds(100, 56));
+    EXPECT_EQ((Ints{entry->testBounds(199, 55), entry->testBounds(200, 40), entry->testBounds(100, 56)}),
+              (Ints{1, 0, 0}));
     EXPECT_EQ(entry->getWidth() * 100 + entry->getHeight(), 10016);
-    _uiTrace_s* hit = stage.ui().trace(0, 150, 50, "uiEntryWidget");
-    ASSERT_NE(hit, nullptr);
-    EXPECT_EQ(hit->widget, entry);
-    svc.memory.free(uiWidget::kUIPool, hit);
 
     EXPECT_TRUE(entry->setCursor("caret"));
     EXPECT_EQ(svc.gfx.liveSprites(), 1) << "the old cursor goes back when a new one is set";
     svc.gfx.failSprite("none");
     EXPECT_FALSE(entry->setCursor("none"));
-    EXPECT_EQ(entry->cursor, -1);
-    EXPECT_EQ(svc.gfx.liveSprites(), 0);
+    EXPECT_EQ(entry->cursor * 10 + svc.gfx.liveSprites(), -10);
     EXPECT_TRUE(cursor(16).empty());
     entry->setCursor("caret");
     entry->detachFromParent();
@@ -190,17 +164,13 @@ TEST_F(EntryWidget, CopiesShareTheFontTakeACursorOfTheirOwnAndNoPlaceInTheTree) 
     type({'a', 'b'});
     {
         uiEntryWidget copy(*entry);
-        EXPECT_EQ(testkit::toUtf8(copy.getText()) + "/" + std::to_string(copy.length), "AB/2");
-        EXPECT_STREQ(copy.name, "name");
-        EXPECT_EQ(copy.rect.x, 100);
-        EXPECT_EQ(copy.getParent(), nullptr);
-        EXPECT_EQ(copy.font, entry->font);
+        EXPECT_EQ(testkit::toUtf8(copy.getText()) + std::to_string(copy.length) + copy.name, "AB2name");
+        EXPECT_EQ((Ints{copy.rect.x, copy.getParent() == nullptr, copy.font}), (Ints{100, 1, entry->font}));
         EXPECT_EQ(svc.gfx.liveFonts() * 10 + svc.gfx.liveSprites(), 22);
         EXPECT_TRUE(copy.setFont("other")); // gives back the copy's own reference only
         copy.reset();
         copy = *entry;
-        EXPECT_EQ(copy.length, 2);
-        EXPECT_EQ(copy.font, entry->font);
+        EXPECT_EQ((Ints{copy.length, copy.font}), (Ints{2, entry->font}));
         EXPECT_EQ(svc.gfx.liveFonts() * 10 + svc.gfx.liveSprites(), 22);
     }
     EXPECT_EQ(svc.gfx.liveSprites(), 1) << "the copy gave its own cursor back";
@@ -209,30 +179,23 @@ TEST_F(EntryWidget, CopiesShareTheFontTakeACursorOfTheirOwnAndNoPlaceInTheTree) 
 TEST_F(EntryWidget, DescriptionKeysAndMistakes) {
     svc.gfx.failSprite("nosprite");
     testkit::Screen screen(
-        svc, "form = uiNonVisualWidget\n{\n    child centre = uiEntryWidget\n    {\n"
-             "        text = \"ABCDEFGHIJKLMNO\"\n        entrywidth = 4\n        x = 100\n"
-             "        y = 40\n        justify = CENTER\n        entryrectx = 50\n"
-             "        entryrecty = 16\n        cursorrate = 250\n        cursor = caret\n"
-             "        endhidecursor = true\n        acceptonenter = false\n    }\n"
-             "    child right = uiEntryWidget\n    {\n        x = 100\n        justify = RIGHT\n"
-             "        entryrectx = 50\n    }\n    child early = uiEntryWidget\n    {\n"
-             "        entryrectx = 50\n        x = 100\n    }\n    child e = uiEntryWidget\n"
-             "    {\n        entrywidth 5\n        entrywidth = wide\n        cursorrate = -5\n"
-             "        cursor = nosprite\n        cursor\n        entryrectx =\n"
-             "        entryrecty = 1.5\n        endhidecursor true\n    }\n}\n");
-    auto* centre = static_cast<uiEntryWidget*>(screen.find("centre"));
-    auto* right = static_cast<uiEntryWidget*>(screen.find("right"));
-    auto* early = static_cast<uiEntryWidget*>(screen.find("early"));
-    auto* e = static_cast<uiEntryWidget*>(screen.find("e"));
+        svc, "form = uiNonVisualWidget\n{\nchild centre = uiEntryWidget\n{\ntext = \"ABCDEFGHIJKLMNO\"\n"
+             "entrywidth = 4\nx = 100\ny = 40\njustify = CENTER\nentryrectx = 50\nentryrecty = 16\n"
+             "cursorrate = 250\ncursor = caret\nendhidecursor = true\nacceptonenter = false\n}\n"
+             "child right = uiEntryWidget\n{\nx = 100\njustify = RIGHT\nentryrectx = 50\n}\n"
+             "child early = uiEntryWidget\n{\nentryrectx = 50\nx = 100\n}\nchild e = uiEntryWidget\n{\n"
+             "entrywidth 5\nentrywidth = wide\ncursorrate = -5\ncursor = nosprite\ncursor\nentryrectx =\n"
+             "entryrecty = 1.5\nendhidecursor true\n}\n}\n");
+    auto field = [&screen](const char* path) { return static_cast<uiEntryWidget*>(screen.find(path)); };
+    uiEntryWidget *centre = field("centre"), *right = field("right"), *early = field("early"),
+                  *e = field("e");
     ASSERT_TRUE(centre && right && early && e);
     EXPECT_EQ(testkit::toUtf8(centre->getText()), "ABCDEFGHIJ") << "cut by the width in force when read";
     EXPECT_EQ(centre->length * 100 + centre->entryWidth, 1004);
     const _uiRect_s& r = centre->entryRect;
-    EXPECT_EQ((Ints{r.x, r.y, r.x2, r.y2}), (Ints{75, 40, 125, 56}));
-    EXPECT_EQ(centre->cursorRate, 250u);
-    EXPECT_NE(centre->cursor, -1);
-    EXPECT_TRUE(centre->endHideCursor);
-    EXPECT_FALSE(centre->acceptOnEnter);
+    EXPECT_EQ((Ints{r.x, r.y, r.x2, r.y2, int(centre->cursorRate), centre->cursor != -1,
+                    centre->endHideCursor, centre->acceptOnEnter}),
+              (Ints{75, 40, 125, 56, 250, 1, 1, 0}));
     EXPECT_EQ((Ints{right->entryRect.x, right->entryRect.x2, early->entryRect.x, early->entryRect.x2}),
               (Ints{50, 100, 0, 50}))
         << "placed by the x read so far";

@@ -10,6 +10,14 @@
 
 namespace {
 
+using Sizes = std::vector<std::pair<int, int>>;
+
+// The layout's settings; a height makes it a column.
+struct Flow {
+    int width = 0, height = 0, minSpaceX = 0, minSpaceY = 0;
+    bool even = false;
+};
+
 class FlowLayout : public ::testing::Test {
 protected:
     testkit::Services svc;
@@ -18,13 +26,15 @@ protected:
     std::vector<uiWidget*> items;
 
     // Lays out children of the given sizes, added in this order at a place the pass must overwrite, with
-    // `set` applied to the inactive layout first; the places as "x,y" in the order added, and the
-    // layout's extent.
-    template <class Set> std::string place(std::vector<std::pair<int, int>> sizes, Set set) {
+    // `f` applied to the inactive layout first; the places as "x,y" in the order added, and the layout's
+    // extent.
+    std::string place(const Sizes& sizes, Flow f = {}) {
         stage.root()->setActive(false, true);
         for (auto [w, h] : sizes)
             items.push_back(stage.add("uiNonVisualWidget", "item", {7, 7, 7 + w, 7 + h}, layout));
-        set(*layout);
+        layout->setFlowType(f.height ? uiFlowLayout::VERTICAL : uiFlowLayout::HORIZONTAL);
+        layout->width = f.width, layout->height = f.height, layout->spaceEvenly = f.even;
+        layout->minSpaceX = f.minSpaceX, layout->minSpaceY = f.minSpaceY;
         stage.root()->setActive(true, true);
         std::string out;
         for (uiWidget* w : items)
@@ -34,47 +44,29 @@ protected:
 };
 
 TEST_F(FlowLayout, RowsAndColumnsBreakBeforeAChildWouldPassTheirLimit) {
-    const struct {
-        std::vector<std::pair<int, int>> sizes;
-        void (*set)(uiFlowLayout&);
-        const char* placed;
-    } cases[] = {
-        {{{40, 20}, {40, 30}, {40, 10}},
-         [](uiFlowLayout& l) { l.width = 100, l.minSpaceX = 10, l.minSpaceY = 5; },
-         "0,0 50,0 0,35 -> 90,45"},
-        {{{40, 20}, {40, 30}, {40, 10}},
-         [](uiFlowLayout& l) { l.minSpaceX = 10; },
-         "0,0 50,0 100,0 -> 140,30"},
-        {{{150, 20}, {40, 30}, {40, 10}}, [](uiFlowLayout& l) { l.width = 100; }, "0,0 0,20 40,20 -> 150,50"},
-        {{{20, 30}, {35, 30}, {10, 30}},
-         [](uiFlowLayout& l) { l.setFlowType(uiFlowLayout::VERTICAL), l.height = 60, l.minSpaceX = 4; },
-         "0,0 0,30 39,0 -> 49,60"},
-        // Even spacing spreads each row over the width, the minimum gaps counting towards its total.
-        {{{20, 10}, {20, 10}, {20, 10}},
-         [](uiFlowLayout& l) { l.width = 100, l.spaceEvenly = true; },
-         "0,0 40,0 80,0 -> 100,10"},
-        {{{20, 10}, {20, 10}, {20, 10}},
-         [](uiFlowLayout& l) { l.width = 100, l.spaceEvenly = true, l.minSpaceX = 10; },
-         "0,0 30,0 60,0 -> 80,10"},
-        // Rows gather strictly below the width: 50 + 40 is spread with gap 10; 30 + 100 does not join.
-        {{{50, 10}, {40, 10}, {30, 10}, {100, 10}, {60, 10}},
-         [](uiFlowLayout& l) { l.width = 100, l.minSpaceY = 2, l.spaceEvenly = true; },
-         "0,0 60,0 0,12 0,24 0,36 -> 100,46"},
-        // 45 + (45 + 10) reaches 100: no row is gathered, but a child ending exactly at the width fits.
-        {{{45, 10}, {45, 10}},
-         [](uiFlowLayout& l) { l.width = 100, l.minSpaceX = 10, l.spaceEvenly = true; },
-         "0,0 55,0 -> 100,10"},
-    };
-    for (const auto& c : cases) {
+    const Sizes three = {{40, 20}, {40, 30}, {40, 10}}, row = {{20, 10}, {20, 10}, {20, 10}};
+    auto fresh = [this](const Sizes& sizes, Flow f) {
         items.clear();
         layout = stage.add<uiFlowLayout>("uiFlowLayout", "flow", {});
-        EXPECT_EQ(place(c.sizes, c.set), c.placed);
-    }
+        return place(sizes, f);
+    };
+    EXPECT_EQ(fresh(three, {100, 0, 10, 5}), "0,0 50,0 0,35 -> 90,45");
+    EXPECT_EQ(fresh(three, {0, 0, 10}), "0,0 50,0 100,0 -> 140,30");
+    EXPECT_EQ(fresh({{150, 20}, {40, 30}, {40, 10}}, {100}), "0,0 0,20 40,20 -> 150,50");
+    EXPECT_EQ(fresh({{20, 30}, {35, 30}, {10, 30}}, {0, 60, 4}), "0,0 0,30 39,0 -> 49,60");
+    // Even spacing spreads each row over the width, the minimum gaps counting towards its total.
+    EXPECT_EQ(fresh(row, {100, 0, 0, 0, true}), "0,0 40,0 80,0 -> 100,10");
+    EXPECT_EQ(fresh(row, {100, 0, 10, 0, true}), "0,0 30,0 60,0 -> 80,10");
+    // Rows gather strictly below the width: 50 + 40 is spread with gap 10; 30 + 100 does not join.
+    EXPECT_EQ(fresh({{50, 10}, {40, 10}, {30, 10}, {100, 10}, {60, 10}}, {100, 0, 0, 2, true}),
+              "0,0 60,0 0,12 0,24 0,36 -> 100,46");
+    // 45 + (45 + 10) reaches 100: no row is gathered, but a child ending exactly at the width fits.
+    EXPECT_EQ(fresh({{45, 10}, {45, 10}}, {100, 0, 10, 0, true}), "0,0 55,0 -> 100,10");
     EXPECT_TRUE(items[0]->setActive()) << "children are activated too";
 }
 
 TEST_F(FlowLayout, PlacesOnlyWhenItBecomesActiveNeverShrinksAndGivesUpWithoutMemory) {
-    EXPECT_EQ(place({{40, 20}, {40, 20}}, [](uiFlowLayout& l) { l.width = 100; }), "0,0 40,0 -> 80,20");
+    EXPECT_EQ(place({{40, 20}, {40, 20}}, {100}), "0,0 40,0 -> 80,20");
     items[1]->rect.x = 7;
     layout->setActive(true, true);
     EXPECT_EQ(items[1]->rect.x, 7) << "an active layout does not place again";
@@ -82,7 +74,7 @@ TEST_F(FlowLayout, PlacesOnlyWhenItBecomesActiveNeverShrinksAndGivesUpWithoutMem
     // not activated; the layout's rectangle only grows.
     items[0]->setWidth(10);
     items[1]->setWidth(10);
-    EXPECT_EQ(place({{10, 5}}, [](uiFlowLayout&) {}), "0,0 10,0 20,0 -> 80,20");
+    EXPECT_EQ(place({{10, 5}}), "0,0 10,0 20,0 -> 80,20");
     layout->setActive(false, true);
     items[2]->overrideActive(true);
     layout->setActive(true, true);
@@ -103,49 +95,35 @@ TEST_F(FlowLayout, PlacesOnlyWhenItBecomesActiveNeverShrinksAndGivesUpWithoutMem
     EXPECT_EQ(items[1]->rect.x, 40);
     EXPECT_EQ(svc.memory.outstandingBlocks(uiWidget::kBufPool), buffers) << "the array is given back";
 
-    // Children take their size on activation before they are placed; an empty layout allocates nothing.
+    // Children take their size on activation before they are placed.
     svc.gfx.defineSprite("icon", 30, 30);
-    uiFlowLayout* icons = stage.add<uiFlowLayout>("uiFlowLayout", "icons", {});
-    icons->setActive(false, true);
-    icons->width = 70;
-    icons->minSpaceX = 5;
+    stage.root()->setActive(false, true);
+    items.clear();
+    layout = stage.add<uiFlowLayout>("uiFlowLayout", "icons", {});
     for (int i = 0; i < 3; ++i)
-        stage.add<uiVisualWidget>("uiVisualWidget", "icon", {}, icons)->setSprite("icon", 0, 0, false);
-    uiFlowLayout* empty = stage.add<uiFlowLayout>("uiFlowLayout", "empty", {});
-    empty->setActive(false, true);
-    const long long before = svc.memory.allocations();
-    empty->setActive(true, true);
-    EXPECT_EQ(svc.memory.allocations(), before);
-    icons->setActive(true, true);
-    std::string placed;
-    for (const _WidgetList_s* node = icons->getChildren(); node; node = node->next)
-        placed += std::to_string(node->widget->rect.x) + "," + std::to_string(node->widget->rect.y) + " ";
-    EXPECT_EQ(placed, "0,30 35,0 0,0 "); // newest first
+        items.push_back(stage.add<uiVisualWidget>("uiVisualWidget", "icon", {}, layout));
+    for (uiWidget* icon : items)
+        static_cast<uiVisualWidget*>(icon)->setSprite("icon", 0, 0, false);
+    EXPECT_EQ(place({}, {70, 0, 5}), "0,0 35,0 0,30 -> 65,60");
 }
 
 TEST_F(FlowLayout, CopiesTakeTheSettingsButNeitherChildrenNorParent) {
-    place({{40, 20}}, [](uiFlowLayout& l) { l.width = 100, l.spaceEvenly = true; });
-    uiFlowLayout copy(*layout);
-    uiFlowLayout assigned;
+    place({{40, 20}}, {100, 0, 0, 0, true});
+    uiFlowLayout copy(*layout), assigned;
     assigned = *layout;
-    for (uiFlowLayout* c : {&copy, &assigned}) {
-        EXPECT_EQ(c->width, 100);
-        EXPECT_TRUE(c->spaceEvenly);
-        EXPECT_EQ(c->rect.x2, layout->rect.x2);
-        EXPECT_EQ(c->getChildren(), nullptr);
-        EXPECT_EQ(c->getParent(), nullptr);
-    }
+    for (uiFlowLayout* c : {&copy, &assigned})
+        EXPECT_EQ((std::vector<bool>{c->width == 100, c->spaceEvenly, c->rect.x2 == 40,
+                                     c->getChildren() == nullptr, c->getParent() == nullptr}),
+                  std::vector<bool>(5, true));
 }
 
 TEST_F(FlowLayout, DescriptionKeysMistakesAndExtremeValues) {
     testkit::Screen screen(
-        svc, "flow = uiFlowLayout\n{\n    flowtype = Vertical\n    FlowType = diagonal\n"
-             "    FlowType horizontal\n    height = 60\n    minspacex = 4\n    minspacey = 1\n"
-             "    spaceevenly = true\n    spaceevenly = false\n"
-             "    child a = uiNonVisualWidget\n    {\n        width = 20\n        height = 30\n    }\n"
-             "    child b = uiNonVisualWidget\n    {\n        width = 35\n        height = 29\n    }\n"
-             "    child c = uiNonVisualWidget\n    {\n        width = 10\n        height = 30\n    }\n"
-             "    active = true\n}\n");
+        svc, "flow = uiFlowLayout\n{\nflowtype = Vertical\nFlowType = diagonal\nFlowType horizontal\n"
+             "height = 60\nminspacex = 4\nminspacey = 1\nspaceevenly = true\nspaceevenly = false\n"
+             "child a = uiNonVisualWidget\n{\nwidth = 20\nheight = 30\n}\n"
+             "child b = uiNonVisualWidget\n{\nwidth = 35\nheight = 29\n}\n"
+             "child c = uiNonVisualWidget\n{\nwidth = 10\nheight = 30\n}\nactive = true\n}\n");
     auto* flow = static_cast<uiFlowLayout*>(screen.root());
     ASSERT_NE(flow, nullptr);
     EXPECT_EQ(svc.log.count(2, "...expected: \"^C00FF00flowtype = vertical | horizontal^c\"\f"), 2)
@@ -159,22 +137,19 @@ TEST_F(FlowLayout, DescriptionKeysMistakesAndExtremeValues) {
     svc.log.clear();
     testkit::Screen hostile(
         svc,
-        "hostile = uiNonVisualWidget\n{\n    child flow = uiFlowLayout\n    {\n        Width = -2147483648\n"
-        "        MinSpaceX = 2147483647\n        MinSpaceY = -2147483648\n        SpaceEvenly = true\n"
-        "        child wide = uiNonVisualWidget\n        {\n            x2 = 2147483647\n"
-        "            y2 = -2147483648\n        }\n        child label = uiTextWidget\n        {\n"
-        "            font = big\n            padding = 2147483647\n            justify = CENTER\n"
-        "            text = \"abc\"\n        }\n        child field = uiEntryWidget\n        {\n"
-        "            font = big\n            cursor = caret\n            justify = CENTER\n"
-        "            entryrectx = 2147483647\n            entryrecty = -2147483648\n"
-        "            padding = -2147483648\n            text = \"xyz\"\n        }\n    }\n"
-        "    child far = uiEntryWidget\n    {\n        x = 2147483000\n        y = -2147483000\n"
-        "        font = big\n        cursor = caret\n        entryrectx = 2147483647\n"
-        "        padding = 2147483647\n        text = \"abc\"\n    }\n    child right = uiTextWidget\n    {\n"
-        "        font = big\n        padding = -2147483648\n        justify = RIGHT\n        text = \"abc\"\n"
-        "    }\n    flags = WF_VISIBLE | WF_ACTIVE | WF_INPUT_FOCUS\n}\n",
+        "hostile = uiNonVisualWidget\n{\nchild flow = uiFlowLayout\n{\nFlowType = vertical\n"
+        "FlowType = horizontal\nWidth = -2147483648\nMinSpaceX = 2147483647\nMinSpaceY = -2147483648\n"
+        "SpaceEvenly = true\nchild wide = uiNonVisualWidget\n{\nx2 = 2147483647\ny2 = -2147483648\n}\n"
+        "child label = uiTextWidget\n{\nfont = big\npadding = 2147483647\njustify = CENTER\ntext = \"abc\"\n"
+        "}\nchild field = uiEntryWidget\n{\nfont = big\ncursor = caret\njustify = CENTER\n"
+        "entryrectx = 2147483647\nentryrecty = -2147483648\npadding = -2147483648\ntext = \"xyz\"\n}\n}\n"
+        "child far = uiEntryWidget\n{\nx = 2147483000\ny = -2147483000\nfont = big\ncursor = caret\n"
+        "entryrectx = 2147483647\npadding = 2147483647\ntext = \"abc\"\n}\nchild right = uiTextWidget\n{\n"
+        "font = big\npadding = -2147483648\njustify = RIGHT\ntext = \"abc\"\n}\n"
+        "flags = WF_VISIBLE | WF_ACTIVE | WF_INPUT_FOCUS\n}\n",
         "hostile.txt");
     ASSERT_TRUE(hostile);
+    EXPECT_EQ(static_cast<uiFlowLayout*>(hostile.find("flow"))->getFlowType(), uiFlowLayout::HORIZONTAL);
     // Placing, drawing, typing and measuring run without overflowing (the sanitizer build checks).
     stage.ui().setTopLevelWidget(hostile.root());
     testkit::exercise(stage.ui());
@@ -182,8 +157,8 @@ TEST_F(FlowLayout, DescriptionKeysMistakesAndExtremeValues) {
     // Widget positions stay within a million pixels of 0: values beyond are brought to that edge, with a
     // warning where a description gave them.
     EXPECT_EQ(svc.log.count(), 4) << svc.log.dump();
-    EXPECT_TRUE(svc.log.has(1, "...line 11: x2 = 2147483647 is out of range, 1048576 used\f"));
-    EXPECT_TRUE(svc.log.has(1, "...line 35: y = -2147483000 is out of range, -1048576 used\f"));
+    EXPECT_TRUE(svc.log.has(1, "...line 13: x2 = 2147483647 is out of range, 1048576 used\f"));
+    EXPECT_TRUE(svc.log.has(1, "...line 37: y = -2147483000 is out of range, -1048576 used\f"));
     for (const char* path : {"flow", "flow.wide", "flow.label", "flow.field", "far", "right"}) {
         const _uiRect_s& r = hostile.find(path)->rect;
         for (int edge : {r.x, r.y, r.x2, r.y2})
