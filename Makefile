@@ -115,8 +115,9 @@ $(WINE_PREFIX)/system.reg: | deps-windows
 	mkdir -p $(WINE_PREFIX)
 	GAMEUI_WINEPREFIX=$(WINE_PREFIX) $(WINE_RUN) wineboot --init
 
-# The browser build: the library, the web services and uiview's session player compiled by Emscripten,
-# without and with threads, into out/web/ (index.html, gameui*.js, .wasm and the packed examples, .data).
+# The browser build: the library, the web services, uiview's session player and the game compiled by
+# Emscripten, without and with threads, into out/web/ (index.html; gameui*.js, .wasm and the packed
+# examples, .data; the game's starcatcher*.js, .wasm and .data, played at index.html?screen=game).
 # Serve out/web over HTTP; sent with the cross-origin isolation headers, the page runs the build with threads.
 WEB_PACKAGES := emscripten libstb-dev fonts-dejavu-core
 # Debian's Emscripten runs its JavaScript optimiser on the installed Node, which needs Debian's modules.
@@ -125,14 +126,17 @@ WEB_CMAKE = $(call CMAKE_COMMON,Release) -DBUILD_SHARED_LIBS=OFF -DGAMEUI_TESTS=
 web:
 	$(call install_missing,$(WEB_PACKAGES))
 	$(EMSCRIPTEN_ENV) emcmake cmake -S . -B build/web $(WEB_CMAKE)
-	$(EMSCRIPTEN_ENV) cmake --build build/web -j $(JOBS) --target uiview_web
+	$(EMSCRIPTEN_ENV) cmake --build build/web -j $(JOBS) --target uiview_web starcatcher_web
 	$(EMSCRIPTEN_ENV) emcmake cmake -S . -B build/web-threads $(WEB_CMAKE) -DGAMEUI_WEB_THREADS=ON
-	$(EMSCRIPTEN_ENV) cmake --build build/web-threads -j $(JOBS) --target uiview_web
+	$(EMSCRIPTEN_ENV) cmake --build build/web-threads -j $(JOBS) --target uiview_web starcatcher_web
 	mkdir -p out/web
 	cp tools/uiview/web/index.html out/web/
 	cd build/web/tools/uiview/web && cp gameui.js gameui.wasm gameui.data $(CURDIR)/out/web/
 	cd build/web-threads/tools/uiview/web && cp gameui-threads.js gameui-threads.wasm gameui-threads.worker.js \
 	  gameui-threads.data $(CURDIR)/out/web/
+	cd build/web/examples/game/src/web && cp starcatcher.js starcatcher.wasm starcatcher.data $(CURDIR)/out/web/
+	cd build/web-threads/examples/game/src/web && cp starcatcher-threads.js starcatcher-threads.wasm \
+	  starcatcher-threads.worker.js starcatcher-threads.data $(CURDIR)/out/web/
 
 # The example sessions in headless Chromium on the browser build, their frames compared with the golden
 # ones (tests/web; its npm packages, pinned, in cmake/browser-test). Skipped, saying so, only where

@@ -45,7 +45,7 @@ private:
     unsigned long long m_lastLook = 0;
     bool m_looked = false;
     std::map<std::string, Entry> m_files;
-    int m_notify = -1; // inotify descriptor; -1: polling only
+    [[maybe_unused]] int m_notify = -1; // inotify descriptor (Linux); -1: polling only
     std::map<std::string, int> m_folders;
 };
 

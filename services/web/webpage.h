@@ -19,6 +19,10 @@ void gameui_page_sound_play(const char* name, int voice);
 // Volume of the voice's left and right side (0 to 1), and its playback rate.
 void gameui_page_sound_pan(int voice, float left, float right);
 void gameui_page_sound_rate(int voice, float rate);
+// Volume of all sounds and of the music (0 to 1).
+void gameui_page_sound_volume(float sounds, float music);
+// Plays the sound as the music, looped, in place of the music before (once decoded).
+void gameui_page_music(const char* name);
 // Once a frame: gamepads are polled and their buttons sent as input events.
 void gameui_page_poll();
 }

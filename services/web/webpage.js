@@ -42,9 +42,11 @@ mergeInto(LibraryManager.library, {
       window.addEventListener('keydown', function (e) { gameuiPage.resumeAudio(); keyDown(e, true); });
       window.addEventListener('keyup', function (e) { keyDown(e, false); });
     },
-    // The library's key codes, as the SDL services give them.
+    // The library's key codes, as the SDL services give them; the arrows have codes of their own
+    // (webinput.h).
     libraryKey: function (e) {
-      var named = {Enter: 13, Escape: 27, Backspace: 127, Tab: 9, Alt: 136, Control: 137, Shift: 138};
+      var named = {Enter: 13, Escape: 27, Backspace: 127, Tab: 9, Alt: 136, Control: 137, Shift: 138,
+                   ArrowLeft: 0x101, ArrowRight: 0x102, ArrowUp: 0x103, ArrowDown: 0x104};
       if (named[e.key]) return named[e.key];
       var f = /^F([0-9]+)$/.exec(e.key);
       if (f && f[1] >= 1 && f[1] <= 10) return 162 + Number(f[1]);
@@ -65,10 +67,23 @@ mergeInto(LibraryManager.library, {
         v.split.connect(v.right, 1);
         v.left.connect(v.merge, 0, 0);
         v.right.connect(v.merge, 0, 1);
-        v.merge.connect(a.destination);
+        v.merge.connect(gameuiPage.gain(0));
         gameuiPage.voices[i] = v;
       }
       return gameuiPage.voices[i];
+    },
+    // The volume of the sounds (0) and of the music (1).
+    gains: [],
+    gain: function (i) {
+      if (!gameuiPage.gains[i]) {
+        gameuiPage.gains[i] = gameuiPage.audio.createGain();
+        gameuiPage.gains[i].connect(gameuiPage.audio.destination);
+      }
+      return gameuiPage.gains[i];
+    },
+    // Starts a decoded sound, or once it is decoded.
+    whenDecoded: function (sound, start) {
+      if (sound.buffer) start(); else sound.waiting.push(start);
     },
   },
 
@@ -137,7 +152,26 @@ mergeInto(LibraryManager.library, {
       s.start();
       v.source = s;
     };
-    if (sound.buffer) start(); else sound.waiting.push(start);
+    gameuiPage.whenDecoded(sound, start);
+  },
+  gameui_page_sound_volume__deps: ['$gameuiPage'],
+  gameui_page_sound_volume__proxy: 'sync',
+  gameui_page_sound_volume: function (sounds, music) {
+    gameuiPage.gain(0).gain.value = sounds;
+    gameuiPage.gain(1).gain.value = music;
+  },
+  gameui_page_music__deps: ['$gameuiPage'],
+  gameui_page_music__proxy: 'sync',
+  gameui_page_music: function (name) {
+    var sound = gameuiPage.sounds[UTF8ToString(name)];
+    if (gameuiPage.music) gameuiPage.music.stop();
+    gameuiPage.whenDecoded(sound, function () {
+      var s = gameuiPage.music = gameuiPage.audio.createBufferSource();
+      s.buffer = sound.buffer;
+      s.loop = true;
+      s.connect(gameuiPage.gain(1));
+      s.start();
+    });
   },
   gameui_page_sound_pan__deps: ['$gameuiPage'],
   gameui_page_sound_pan__proxy: 'sync',
@@ -154,7 +188,8 @@ mergeInto(LibraryManager.library, {
     if (v.source) v.source.playbackRate.value = rate;
   },
 
-  // Gamepads: the d-pad or left stick moves between tab entries, A confirms, B backs out.
+  // Gamepads: the d-pad or left stick down moves between tab entries, A confirms, B backs out; left,
+  // right and up are the arrows.
   gameui_page_poll__deps: ['$gameuiPage'],
   gameui_page_poll: function () {
     if (!navigator.getGamepads) return;
@@ -164,10 +199,14 @@ mergeInto(LibraryManager.library, {
       if (!p) continue;
       var was = gameuiPage.pads[i] || {};
       var now = {};
-      var axis = p.axes.length > 1 ? p.axes[1] : 0;
-      now[13] = p.buttons[0] && p.buttons[0].pressed;
-      now[27] = p.buttons[1] && p.buttons[1].pressed;
-      now[9] = (p.buttons[13] && p.buttons[13].pressed) || axis > 0.5;
+      var x = p.axes.length > 1 ? p.axes[0] : 0, y = p.axes.length > 1 ? p.axes[1] : 0;
+      var held = function (b) { return !!(p.buttons[b] && p.buttons[b].pressed); };
+      now[13] = held(0);
+      now[27] = held(1);
+      now[9] = held(13) || y > 0.5;
+      now[0x101] = held(14) || x < -0.5;
+      now[0x102] = held(15) || x > 0.5;
+      now[0x103] = held(12) || y < -0.5;
       for (var key in now)
         if (!!now[key] !== !!was[key]) Module._gameui_web_input(now[key] ? 3 : 4, -1, -1, Number(key));
       gameuiPage.pads[i] = now;

@@ -43,6 +43,16 @@ soundHandle* WebSound::playSound(e_soundTypes type, const char* name, bool, bool
     return m_handles[static_cast<size_t>(voice)].get();
 }
 
+void WebSound::setVolumes(float sounds, float music) {
+    if (m_open) gameui_page_sound_volume(sounds, music);
+}
+
+bool WebSound::playMusic(const char* name) {
+    if (!m_open || !name || !*name || !_load(name)) return false;
+    gameui_page_music(name);
+    return true;
+}
+
 void WebSound::Handle::setFrequencyScale(float scale) {
     if (scale > 0.0f) gameui_page_sound_rate(m_voice, scale);
 }

@@ -18,6 +18,10 @@ public:
     bool ok() const { return m_open; }
     // The handle belongs to the service and stays valid until its voice plays another sound.
     soundHandle* playSound(e_soundTypes type, const char* name, bool, bool) override;
+    // Volumes from 0 to 1 of the sounds played and of the music.
+    void setVolumes(float sounds, float music);
+    // Loops the sound as the music; false when it cannot be loaded.
+    bool playMusic(const char* name);
 
     static constexpr int kVoices = 16;
 

@@ -9,8 +9,8 @@
 #include <vector>
 #include "devtoolsglue.h"
 #include "game.h"
+#include "gamescript.h"
 #include "host.h"
-#include "script.h"
 #include "sdlgfx.h"
 #include "sdlinput.h"
 #include "sdlsound.h"
@@ -121,29 +121,6 @@ void runWindow(Game& game, SdlGfx& gfx) {
         last = now;
         gfx.present();
         SDL_Delay(1);
-    }
-}
-
-void sendScripted(Game& game, const ScriptEvent& e) {
-    switch (e.kind) {
-    case ScriptEvent::Move:
-        game.pointer(UIE_MOUSE_MOVE, e.x, e.y);
-        break;
-    case ScriptEvent::Down:
-        game.pointer(UIE_MOUSE_DOWN, e.x, e.y);
-        break;
-    case ScriptEvent::Up:
-        game.pointer(UIE_MOUSE_UP, e.x, e.y);
-        break;
-    case ScriptEvent::Key:
-        game.key(e.key, true);
-        game.key(e.key, false);
-        break;
-    case ScriptEvent::Char:
-        game.text(e.key);
-        break;
-    case ScriptEvent::Png:
-        break;
     }
 }
 

@@ -1,17 +1,11 @@
-// uiview's session player in the browser: runs a UI description on the web services, one frame per
-// animation frame of the page. A scripted session (--script, --frames, --ms) plays first at its fixed
-// frame time, as off screen; then the screen runs live on the page's clock and input.
+// uiview's session player in the browser: runs a UI description on the web services in the page's frame
+// loop (webloop.h), its script (--script, --frames, --ms) first.
 //
 // The page (index.html) names an example, whose options come from examples/NAME.args as for the demo,
-// or gives uiview's command line. The page's hooks: Module.gameuiFirstFrame() after the first frame is
-// drawn; Module.gameuiFrame(n) at each frame the script pictures (when it answers true the player holds
-// until gameui_web_resume() is called); Module.gameuiScriptDone(ms), with the mean cost of a scripted
-// frame; Module.gameuiQuit() when a quit action ends the session.
-#include <emscripten.h>
+// or gives uiview's command line.
 #include <climits>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -21,23 +15,18 @@
 #include "uisubsystem.h"
 #include "webgfx.h"
 #include "webinput.h"
-#include "webpage.h"
+#include "webloop.h"
 #include "websound.h"
 
 namespace {
 
 struct Player {
     ViewOptions options;
-    std::vector<ScriptEvent> events;
+    WebLoop loop;
     std::unique_ptr<WebGfx> gfx;
     std::unique_ptr<WebSound> sound;
     uiSubsystem* ui = nullptr;
     std::unique_ptr<Session> session;
-    std::unique_ptr<ScriptPlayer> script;
-    int frame = 0;
-    bool held = false;
-    double last = 0;      // page clock of the last live frame
-    double frameCost = 0; // milliseconds spent in the scripted frames
 };
 
 Player g_player;
@@ -57,49 +46,15 @@ std::vector<std::string> commandLine(int argc, char** argv) {
     return words;
 }
 
-void frame(void*) {
+bool frame(unsigned int ms, int number) {
     Player& p = g_player;
-    if (p.held) return;
-    gameui_page_poll();
-    const double started = emscripten_get_now();
-    const bool scripted = p.frame < p.options.frames;
-    unsigned int ms = static_cast<unsigned int>(p.options.ms);
-    bool picture = false;
-    if (scripted)
-        picture = p.script->due(static_cast<unsigned int>(p.frame * p.options.ms),
-                                [](const ScriptEvent& e) { sendScripted(e, *g_player.ui); });
-    else
-        ms = static_cast<unsigned int>(std::min(100.0, started - p.last)); // a hidden tab pauses the clock
-    p.last = started;
-    p.session->advance(ms, p.frame);
+    p.session->advance(ms, number);
     p.ui->render(ms);
     p.gfx->present();
-    if (p.frame == 0)
-        EM_ASM({
-            if (Module.gameuiFirstFrame) Module.gameuiFirstFrame();
-        });
-    if (scripted) p.frameCost += emscripten_get_now() - started;
-    if (picture)
-        p.held = EM_ASM_INT({ return Module.gameuiFrame ? (Module.gameuiFrame($0) ? 1 : 0) : 0; }, p.frame);
-    if (++p.frame == p.options.frames)
-        EM_ASM(
-            {
-                if (Module.gameuiScriptDone) Module.gameuiScriptDone($0);
-            },
-            p.frameCost / p.options.frames);
-    if (p.session->quit()) {
-        emscripten_cancel_main_loop();
-        EM_ASM({
-            if (Module.gameuiQuit) Module.gameuiQuit();
-        });
-    }
+    return !p.session->quit();
 }
 
 } // namespace
-
-extern "C" EMSCRIPTEN_KEEPALIVE void gameui_web_resume() {
-    g_player.held = false;
-}
 
 int main(int argc, char** argv) {
     std::vector<std::string> words = commandLine(argc, argv);
@@ -110,7 +65,7 @@ int main(int argc, char** argv) {
     ViewOptions& o = p.options;
     if (const std::optional<int> status = parseOptions(static_cast<int>(args.size()), args.data(), o))
         return *status;
-    if (!o.script.empty() && !loadScript(o.script, p.events)) return 2;
+    if (!o.script.empty() && !loadScript(o.script, p.loop.events)) return 2;
     static ColourLog log(false);
     Logger::setSink(&log);
     for (auto& b : o.banners) {
@@ -138,10 +93,11 @@ int main(int argc, char** argv) {
     }
     p.session = std::make_unique<Session>(o, p.ui);
     p.session->start(root);
-    p.script = std::make_unique<ScriptPlayer>(p.events);
     WebInput::attach(p.ui);
-    p.last = emscripten_get_now();
-    // The page's own frames drive the player; main returns to the page at once and the player lives on.
-    emscripten_set_main_loop_arg(frame, nullptr, 0, 0);
+    p.loop.frames = o.frames;
+    p.loop.ms = o.ms;
+    p.loop.send = [](const ScriptEvent& e) { sendScripted(e, *g_player.ui); };
+    p.loop.frame = frame;
+    runWebLoop(p.loop);
     return 0;
 }
