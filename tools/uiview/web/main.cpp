@@ -5,7 +5,6 @@
 // or gives uiview's command line.
 #include <climits>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -39,10 +38,7 @@ std::vector<std::string> commandLine(int argc, char** argv) {
     const std::string name = words[1];
     words.pop_back();
     words.push_back("examples/" + name + ".ui");
-    std::ifstream args("examples/" + name + ".args");
-    for (std::string word; args >> word;)
-        words.push_back(word);
-    words.insert(words.end(), {"--script", "examples/" + name + ".script"});
+    addSessionWords(words, "examples/" + name + ".args", "examples/" + name + ".script");
     return words;
 }
 

@@ -1,6 +1,7 @@
 #include "webloop.h"
 #include <emscripten.h>
 #include <algorithm>
+#include <fstream>
 #include <memory>
 #include "webpage.h"
 
@@ -57,6 +58,14 @@ void step(void*) {
 
 extern "C" EMSCRIPTEN_KEEPALIVE void gameui_web_resume() {
     g_state.held = false;
+}
+
+void addSessionWords(std::vector<std::string>& words, const std::string& argsFile,
+                     const std::string& script) {
+    std::ifstream args(argsFile);
+    for (std::string word; args >> word;)
+        words.push_back(word);
+    words.insert(words.end(), {"--script", script});
 }
 
 void runWebLoop(WebLoop& loop) {

@@ -5,6 +5,7 @@
 // gameui_web_resume() is called); gameuiScriptDone(ms), with the mean cost of a scripted frame;
 // gameuiQuit() when the program ends.
 #pragma once
+#include <string>
 #include <vector>
 #include "script.h"
 
@@ -19,3 +20,6 @@ struct WebLoop {
 
 // Starts the loop and returns to the page at once; the loop, which must outlive it, goes on.
 void runWebLoop(WebLoop& loop);
+
+// Adds the words of a session's options file, then "--script" and its script, to a command line.
+void addSessionWords(std::vector<std::string>& words, const std::string& argsFile, const std::string& script);

@@ -9,7 +9,6 @@
 #include <unistd.h>
 #include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -65,10 +64,7 @@ std::vector<std::string> commandLine(int argc, char** argv) {
     std::vector<std::string> words(argv, argv + argc);
     if (argc != 2 || words[1] != "demo") return words;
     words.pop_back();
-    std::ifstream args(GAME_DATA_DIR "/demo.args");
-    for (std::string word; args >> word;)
-        words.push_back(word);
-    words.insert(words.end(), {"--script", GAME_DATA_DIR "/demo.script"});
+    addSessionWords(words, GAME_DATA_DIR "/demo.args", GAME_DATA_DIR "/demo.script");
     return words;
 }
 
