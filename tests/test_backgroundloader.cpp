@@ -1,7 +1,6 @@
 // Loading descriptions on the background loader's worker thread while the game runs frames.
 #include <gtest/gtest.h>
-#include <chrono>
-#include <condition_variable>
+#include <atomic>
 #include <mutex>
 #include <thread>
 #include "testkit.h"
@@ -10,33 +9,16 @@
 
 namespace {
 
-// Holds the parse that reaches it (through the progress callback) until the test opens it.
-class Gate {
-public:
+// Holds the parse that reaches it (through the progress callback) while the test holds `lock`.
+struct Gate {
+    std::mutex lock;
+    std::atomic<bool> arrived{false};
     static void onProgress(uiWidget*, void* client, e_uiProgressEvent event) {
-        if (event == UIPROG_CREATED) static_cast<Gate*>(client)->arrive();
+        auto* gate = static_cast<Gate*>(client);
+        if (event != UIPROG_CREATED) return;
+        gate->arrived = true;
+        std::lock_guard<std::mutex> wait(gate->lock);
     }
-    // True once a parse waits at the gate; the bound only keeps a broken loader from hanging the suite.
-    bool waitArrived() {
-        std::unique_lock<std::mutex> lock(m_lock);
-        return m_cv.wait_for(lock, std::chrono::seconds(60), [this] { return m_arrived; });
-    }
-    void open() {
-        std::lock_guard<std::mutex> lock(m_lock);
-        m_open = true;
-        m_cv.notify_all();
-    }
-
-private:
-    void arrive() {
-        std::unique_lock<std::mutex> lock(m_lock);
-        m_arrived = true;
-        m_cv.notify_all();
-        m_cv.wait(lock, [this] { return m_open; });
-    }
-    std::mutex m_lock;
-    std::condition_variable m_cv;
-    bool m_arrived = false, m_open = false;
 };
 
 class BackgroundLoader : public ::testing::Test {
@@ -59,12 +41,14 @@ protected:
         EXPECT_EQ(svc.gfx.liveSprites(), 0);
         EXPECT_EQ(svc.memory.outstandingBlocks(), 0) << svc.memory.report();
     }
-    // A loader whose worker is held by `gate` inside a load of menu.txt, at the creation of its root.
+    // A loader whose worker is held by `gate` (locked here) inside a load of menu.txt, at its root.
     uiBackgroundLoader* loaderHeldInALoad(Gate& gate) {
+        gate.lock.lock();
         uiWidget::registerProgCb(&Gate::onProgress, &gate);
         uiBackgroundLoader* loader = new uiBackgroundLoader();
         loader->loadWidget("menu.txt");
-        EXPECT_TRUE(gate.waitArrived());
+        while (!gate.arrived)
+            std::this_thread::yield();
         return loader;
     }
 };
@@ -120,25 +104,31 @@ TEST_F(BackgroundLoader, LoadsOnTheWorkerWhileFramesRunAndHandsTheResultOverOnce
     delete loader; // the tear-down checks that the registrations ended with it
 }
 
-TEST_F(BackgroundLoader, TerminateLetsTheRunningLoadFinishAndForceTerminateMakesItGiveUp) {
+TEST_F(BackgroundLoader, TerminateAndDestructionLetTheRunningLoadFinishAndForceTerminateMakesItGiveUp) {
+    Gate held;
+    uiBackgroundLoader* loader = loaderHeldInALoad(held);
+    held.lock.unlock();
+    delete loader; // waits for the worker to finish the load, and deletes the tree it built
+    EXPECT_EQ(svc.gfx.count("createSprite") * 10 + svc.gfx.liveSprites(), 10); // finished, then deleted
+
     Gate gate;
-    uiBackgroundLoader* loader = loaderHeldInALoad(gate);
+    loader = loaderHeldInALoad(gate);
     loader->terminate();
     EXPECT_EQ(loader->getState(), 2);
-    gate.open();
+    gate.lock.unlock();
     uiWidget* menu = loader->getWidget(nullptr);
     ASSERT_NE(menu, nullptr);
     loader->loadWidget("menu.txt"); // refused: nobody would carry it out
     EXPECT_EQ(loader->getState(), 1);
     EXPECT_EQ(loader->getWidget(nullptr), nullptr);
-    EXPECT_EQ(svc.files.opens("menu.txt"), 1);
+    EXPECT_EQ(svc.files.opens("menu.txt"), 2); // the load above and this one
     delete loader;
     delete menu;
 
     Gate forced;
     loader = loaderHeldInALoad(forced);
     ui->forceTerminate();
-    forced.open();
+    forced.lock.unlock();
     EXPECT_EQ(loader->getWidget(nullptr), nullptr);
     ui->initialize(nullptr); // once the flag is cleared the same loader loads again
     loader->loadWidget("menu.txt");
@@ -159,16 +149,6 @@ TEST_F(BackgroundLoader, TerminateLetsTheRunningLoadFinishAndForceTerminateMakes
     delete loader;
 }
 
-TEST_F(BackgroundLoader, DestructionWaitsForTheRunningLoadAndDeletesItsTree) {
-    Gate gate;
-    uiBackgroundLoader* loader = loaderHeldInALoad(gate);
-    std::thread opener([&gate] { gate.open(); });
-    delete loader; // blocks until the worker has finished the load and ended
-    opener.join();
-    EXPECT_EQ(svc.gfx.count("createSprite"), 1);
-    // The tear-down checks that the loaded tree, its sprite and the worker's registrations are gone.
-}
-
 TEST_F(BackgroundLoader, WithoutAWorkerFilesLoadOnTheCallingThread) {
     const std::string noWorker =
         "uiBackgroundLoader: could not start the worker thread; files load on the calling thread\f";
@@ -186,14 +166,12 @@ TEST_F(BackgroundLoader, WithoutAWorkerFilesLoadOnTheCallingThread) {
         }
         if (!loader) continue; // no memory for the loader itself: new yields null
         ++withoutWorker;
-        EXPECT_EQ(loader->getState(), 1);
         EXPECT_EQ(loader->getWidget(nullptr), nullptr);
-        loader->loadWidget("menu.txt");
-        EXPECT_EQ(loader->getState(), 1); // loaded before loadWidget returned
-        uiWidget* menu = loader->getWidget(nullptr);
-        ASSERT_NE(menu, nullptr);
-        delete menu;
+        loader->loadWidget("menu.txt"); // loaded before loadWidget returns
+        EXPECT_EQ(loader->getState(), 1);
+        delete loader->getWidget(nullptr);
         delete loader;
+        EXPECT_EQ(svc.gfx.count("createSprite"), withoutWorker);
         EXPECT_TRUE(svc.gfx.threads().empty());
     }
     EXPECT_EQ(withoutWorker, 2); // no lock, no thread object

@@ -31,6 +31,11 @@ private:
     uiWidget* m_root = nullptr;
 };
 
+// A widget and its subtree as one line of text, to compare a loaded screen with what its description
+// says: "name x,y,x2,y2 flags", followed by the children in list order (newest first) in parentheses,
+// e.g. "menu 0,0,800,600 7 (ok 10,10,74,42 3, title 0,0,0,0 1)".
+std::string treeText(uiWidget* w);
+
 // Loads `file` through uiSubsystem::loadUI; the caller owns the root.
 uiWidget* loadScreen(const char* file);
 
