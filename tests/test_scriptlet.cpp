@@ -65,7 +65,6 @@ TEST_F(Scriptlet, TheLeastRecentlyUsedOfThirtyThreeFilesIsDroppedAndFreeingEmpti
         opens += std::to_string(svc.files.opens(fileName(i)));
     EXPECT_EQ(opens, "2" + std::string(31, '1')) << "the dropped file is read again";
     uiWidget::s_freeScripletCache(); // the next application reads again
-    EXPECT_EQ(uiWidget::s_scriptletCacheTail, nullptr);
     w->applyScriptlet(fileName(5).c_str());
     EXPECT_EQ(svc.files.opens(fileName(5)), 2);
     uiWidget::s_freeScripletCache();
