@@ -1,8 +1,6 @@
-// The subsystem frame: clock, roles, input routing through the focus stack, modifiers, cursor, overlay,
-// and its lock.
+// The subsystem frame: clock, roles, input routing through the focus stack, modifiers, cursor and the
+// statistics overlay.
 #include <gtest/gtest.h>
-#include <atomic>
-#include <thread>
 #include "probe_widget.h"
 #include "testkit.h"
 
@@ -164,44 +162,6 @@ TEST_F(Subsystem, CustomCursorFollowsTheMouseAndTheOverlayPrintsEightLinesAtTheT
     EXPECT_EQ(svc.gfx.texts("print"), std::vector<std::string>{" "});
     EXPECT_EQ(svc.gfx.ints("print").at(0)[5], 0); // on the first line
     EXPECT_EQ(svc.gfx.count("createFont"), 0);    // switching on and off creates no fonts
-}
-
-// Takes the subsystem lock inside its own update, as widget code that calls the setters does.
-class Relocker : public ProbeWidget {
-public:
-    std::atomic<int> updates{0};
-
-protected:
-    void _update(int, int) override {
-        g_ui->updateLock(true);
-        g_ui->setActiveWidget(nullptr);
-        g_ui->updateLock(false);
-        ++updates;
-    }
-};
-
-TEST(SubsystemLockThread, HeldLockKeepsFramesOutAndAFrameMayTakeItAgain) {
-    testkit::Services svc;
-    testkit::Stage stage;
-    Relocker* w = stage.attach(new Relocker());
-    stage.update(16); // would never return if the lock were not recursive
-    stage.ui().updateLock(true);
-    const unsigned long long before = uiWidget::s_frameNumber;
-    std::atomic<bool> started{false};
-    std::thread game([&] {
-        started = true;
-        stage.update(16);
-    });
-    while (!started)
-        std::this_thread::yield();
-    for (int i = 0; i < 1000; ++i)
-        std::this_thread::yield();
-    // However long the frame thread ran, it cannot have stepped the clock past the held lock.
-    EXPECT_EQ(uiWidget::s_frameNumber, before);
-    stage.ui().updateLock(false);
-    game.join();
-    EXPECT_EQ(uiWidget::s_frameNumber, before + 1);
-    EXPECT_EQ(w->updates, 2);
 }
 
 } // namespace
