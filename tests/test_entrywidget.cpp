@@ -152,6 +152,9 @@ TEST_F(EntryWidget, HitTestsUseTheEntryRectangleAndCursorSpritesAreGivenBack) {
     svc.gfx.failSprite("none");
     EXPECT_FALSE(entry->setCursor("none"));
     EXPECT_EQ(entry->cursor * 10 + svc.gfx.liveSprites(), -10);
+    g_gfx = nullptr; // nor without a graphics service
+    EXPECT_FALSE(entry->setCursor("caret"));
+    g_gfx = &svc.gfx;
     EXPECT_TRUE(cursor(16).empty());
     entry->setCursor("caret");
     entry->detachFromParent();
