@@ -138,9 +138,10 @@ web:
 	cd build/web-threads/examples/game/src/web && cp starcatcher-threads.js starcatcher-threads.wasm \
 	  starcatcher-threads.worker.js starcatcher-threads.data $(CURDIR)/out/web/
 
-# The example sessions in headless Chromium on the browser build, their frames compared with the golden
-# ones (tests/web; its npm packages, pinned, in cmake/browser-test). Skipped, saying so, only where
-# Emscripten, Chromium or npm cannot be installed.
+# The example sessions and the game's in headless Chromium on the browser build, their frames compared
+# with the golden ones, then the game played live through the page's input (tests/web; its npm packages,
+# pinned, in cmake/browser-test). Skipped, saying so, only where Emscripten, Chromium or npm cannot be
+# installed.
 test-web:
 	$(call install_missing,$(WEB_PACKAGES) chromium)
 	@command -v npm >/dev/null || $(MAKE) --no-print-directory deps DEB_PACKAGES=npm
