@@ -112,30 +112,37 @@ async function playLive(browser, base) {
     };
   });
   await page.goto(`${base}/index.html?screen=game&nav=0`);
-  const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+  // At least `count` of the page's frames and `ms` of its time.
+  const frames = (count, ms) => page.evaluate((n, least) => new Promise((resolve) => {
+    const start = performance.now();
+    const tick = () => (--n <= 0 && performance.now() - start >= least ? resolve() : requestAnimationFrame(tick));
+    requestAnimationFrame(tick);
+  }), count, ms);
   const shows = async (screen, input) => {
     await page.waitForFunction((s) => window.gameui.screen === s, {timeout: 10000}, screen)
         .catch(() => failures.push(`${input} did not lead to the ${screen} screen`));
-    await sleep(1000); // the screen's buttons slide in
+    await frames(20, 1000); // the buttons slide in for a second of the game's clock (at most 100 ms a frame)
   };
   // Where a point of the 800 x 600 screen is on the page: the canvas is scaled to fit and centred.
   const scale = Math.min(1200 / 800, 700 / 600);
-  const at = (x, y) => [(1200 - Math.floor(800 * scale)) / 2 + x * scale, (700 - Math.floor(600 * scale)) / 2 + y * scale];
+  const at = (x, y) =>
+    [(1200 - Math.floor(800 * scale)) / 2 + x * scale, (700 - Math.floor(600 * scale)) / 2 + y * scale];
   const press = async (button) => { // on the gamepad, held for a few frames
     for (const pressed of [true, false]) {
       await page.evaluate((b, p) => { window.pad.buttons[b].pressed = p; }, button, pressed);
-      await sleep(150);
+      await frames(3, 0); // the page polls the gamepad once a frame
     }
   };
   await shows('title', 'the page');
   await page.keyboard.press('Enter');
   await shows('menu', 'a key');
-  await page.mouse.click(...at(400, 194)); // play
+  await page.mouse.click(...at(500, 210)); // play (240 x 48 from 280, 170): near its corner, a point
+  // mapped without the scale or the offset misses it
   await page.mouse.move(5, 5); // off the canvas, so that only the tap below can click
   await shows('levels', 'a mouse click');
   await press(1); // B: back
   await shows('menu', 'the gamepad');
-  await page.touchscreen.tap(...at(400, 194));
+  await page.touchscreen.tap(...at(510, 214));
   await shows('levels', 'a touch tap');
   const sounds = await page.evaluate(() => window.sounds);
   if (sounds < 3) failures.push(`${sounds} sounds played, at least one for each of three clicks expected`);
