@@ -12,17 +12,11 @@ namespace {
 using Ints = std::vector<int>;
 using Names = std::vector<std::string>;
 
-bool onClick(uiWidget* w, void* client, int x, int y) {
-    static_cast<Names*>(client)->push_back(std::string(w->name) + " " + std::to_string(x) + "," +
-                                           std::to_string(y));
-    return true;
-}
-
 class Button : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
-    Names clicks;
+    testkit::CallbackLog log;
     uiButton* button = nullptr;
     std::unique_ptr<testkit::Screen> screen;
 
@@ -32,29 +26,19 @@ protected:
     }
     void TearDown() override { stage.ui().setTopLevelWidget(stage.root()); }
 
-    // A button at (x, y) sized by its sprite, attached to the stage with a click handler.
+    // A button at (x, y) sized by its sprite, attached to the stage, its clicks logged.
     uiButton* makeButton(const char* name, int x, int y) {
-        auto* b = testkit::Stage::make<uiButton>("uiButton", name);
-        b->rect = {x, y, 0, 0};
-        b->setSprite("ok", 0, 0, false);
-        stage.attach(b);
-        handleClicks(b);
+        auto* b = stage.add<uiButton>("uiButton", name, {x, y, 0, 0});
+        b->setSprite("ok", 0, 0, true);
+        log.watch(b, testkit::CallbackLog::kUp);
         return b;
     }
-    void handleClicks(uiWidget* b) {
-        _WidgetMap_s map{};
-        map.mouseUpCb = &onClick;
-        b->assignCallbacks(&map, &clicks);
-    }
-    // A description loaded as the top-level widget instead of the stage's tree.
+    // A description loaded as the top-level widget instead of the stage's tree, its clicks logged.
     uiButton* load(const std::string& description) {
         screen = std::make_unique<testkit::Screen>(svc, description);
         stage.ui().setTopLevelWidget(screen->root());
+        log.watch(screen->root(), testkit::CallbackLog::kUp);
         return static_cast<uiButton*>(screen->root());
-    }
-    void waitOutTheClickGuard() {
-        for (int i = 0; i < 6; ++i)
-            stage.update(16);
     }
     // Animation, frame and alpha of each draw of one frame.
     std::vector<Ints> frame(unsigned int ms = 16) {
@@ -69,31 +53,32 @@ protected:
     }
 };
 
-TEST_F(Button, ClickGoesThroughTheFocusStackAndReleasingElsewhereCancelsIt) {
+TEST_F(Button, ClickGoesThroughTheFocusStackAndIsCancelledByLeavingLosingFocusOrDisabling) {
     EXPECT_EQ(button->rect.x2, 200); // sized by the sprite on activation
+    // Without memory for the focus entry the release still reaches the button through the tree.
     stage.move(150, 120);
-    EXPECT_TRUE(button->isHovering());
+    svc.memory.failAt(0);
+    stage.press(150, 120);
+    EXPECT_TRUE(svc.memory.failed());
+    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
+    stage.release(150, 120);
+    stage.update(16, 6);
     stage.press(150, 120);
     EXPECT_EQ(stage.ui().getInputFocusWidget(), button);
-    EXPECT_TRUE(clicks.empty());
+    EXPECT_EQ(log.events, Names{"up ok 150,120"});
     stage.release(151, 121);
-    EXPECT_EQ(clicks, Names{"ok 151,121"});
-    EXPECT_EQ(svc.sound.played, (Names{"highlight", "click"}));
+    EXPECT_EQ(log.events, (Names{"up ok 150,120", "up ok 151,121"}));
+    EXPECT_EQ(svc.sound.played, (Names{"highlight", "click", "click"}));
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
     EXPECT_TRUE(button->isHovering());
     stage.release(150, 120); // a release that ends no press is consumed without a click
     stage.keyUp(-1);         // a button without a hotkey has none, whatever the key code
-    EXPECT_EQ(clicks.size(), 1u);
-
     // A press within five frames of a click is swallowed; the sixth frame count since the click takes one.
-    for (int i = 0; i < 5; ++i)
-        stage.update(16);
+    stage.update(16, 5);
     stage.press(150, 120);
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr); // not pressed, not pushed
     stage.release(150, 120);
-    EXPECT_EQ(clicks.size(), 1u);
     stage.update(16);
-
     stage.press(150, 120);
     stage.move(400, 400); // reaches the button first through the focus stack
     EXPECT_FALSE(button->isHovering());
@@ -101,47 +86,51 @@ TEST_F(Button, ClickGoesThroughTheFocusStackAndReleasingElsewhereCancelsIt) {
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
     stage.move(150, 120);
     stage.release(150, 120); // back over the button: the press was cancelled
-    EXPECT_EQ(clicks.size(), 1u);
-    EXPECT_EQ(svc.sound.played, (Names{"highlight", "click", "highlight"}));
-    stage.click(150, 120);
-    EXPECT_EQ(clicks.size(), 2u);
-}
+    EXPECT_EQ(svc.sound.played, (Names{"highlight", "click", "click", "highlight"}));
 
-// Losing focus, deactivation and disabling each end a hover and cancel a press.
-TEST_F(Button, DisablingOrDeactivatingEndsHoverAndPress) {
+    // Deactivation and losing focus each end the hover and cancel the press.
+    for (bool deactivate : {true, false}) {
+        stage.move(150, 120);
+        stage.press(150, 120);
+        deactivate ? button->setActive(false, false) : button->setInputFocus(false, false);
+        EXPECT_FALSE(button->isHovering());
+        deactivate ? button->setActive(true, false) : button->setInputFocus(true, false);
+        stage.release(150, 120);
+    }
+    EXPECT_EQ(log.events.size(), 2u);
+    // So does disabling, which also leaves the focus stack; enabling again plays nothing.
     stage.move(150, 120);
     stage.press(150, 120);
-    button->setActive(false, false);
-    button->setActive(true, false);
-    EXPECT_FALSE(button->isHovering());
-    stage.release(150, 120);
-    EXPECT_TRUE(clicks.empty()) << "deactivation cancelled the press";
-
-    stage.move(150, 120);
-    stage.press(150, 120);
-    button->setInputFocus(false, false);
-    EXPECT_FALSE(button->isHovering());
-    button->setInputFocus(true, false);
-    stage.release(150, 120);
-    EXPECT_TRUE(clicks.empty()) << "losing focus cancelled the press";
-
-    stage.move(150, 120);
-    stage.press(150, 120);
-    ASSERT_EQ(stage.ui().getInputFocusWidget(), button);
     button->disable();
     EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
     EXPECT_FALSE(button->isHovering());
     EXPECT_FALSE(button->getInputFocus());
     svc.sound.clear();
     stage.click(150, 120);
-    EXPECT_TRUE(clicks.empty());
-    EXPECT_TRUE(svc.sound.played.empty());
-    button->enable(); // no hooks: no sound, no hover
+    button->enable();
     EXPECT_TRUE(button->getInputFocus());
     EXPECT_TRUE(svc.sound.played.empty());
     stage.click(150, 120);
-    EXPECT_EQ(clicks.size(), 1u);
+    EXPECT_EQ(log.events.size(), 3u);
     EXPECT_EQ(svc.sound.played, (Names{"highlight", "click"}));
+
+    stage.update(16, 6);
+    // Deleted in the middle of a gesture, it takes its focus entry along.
+    stage.update(16, 6);
+    stage.press(150, 120);
+    ASSERT_EQ(stage.ui().getInputFocusWidget(), button);
+    button->detachFromParent();
+    delete button;
+    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
+    stage.release(150, 120);
+    EXPECT_EQ(log.events.size(), 3u);
+    // A button that never held the pointer does not wait for the subsystem lock when it goes: trees are
+    // deleted on loading threads while a frame runs.
+    uiButton* idle = makeButton("idle", 300, 300);
+    idle->detachFromParent();
+    stage.ui().updateLock(true);
+    std::thread([idle] { delete idle; }).join();
+    stage.ui().updateLock(false);
 }
 
 TEST_F(Button, AnimationFollowsTheStateInBothLayoutsAndFramesStepByRate) {
@@ -203,46 +192,17 @@ TEST_F(Button, AnimationFollowsTheStateInBothLayoutsAndFramesStepByRate) {
     EXPECT_EQ(gfx.ints("blt").at(1)[5], 0);
 }
 
-TEST_F(Button, HotkeyClicksAtTheButtonsCorner) {
-    uiButton* b = load("b = uiButton\n{\n sprite = ok\n x = 10\n y = 10\n hotkey = KEY_F3\n"
-                       " flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n");
-    handleClicks(b);
-    stage.keyDown(165);
-    EXPECT_TRUE(clicks.empty());
-    stage.keyUp(165); // the pointer is far away, at (-50, -50)
-    EXPECT_EQ(clicks, Names{"b 10,10"});
-    EXPECT_EQ(svc.sound.played, (Names{"highlight", "click"}));
-    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
-    stage.keyUp(164);
-    // With an alpha-tested sprite whose corner is transparent the hotkey finds nothing to click.
-    svc.gfx.setAlphaMask("ok", [](int, int, int x, int y) { return x > 0 || y > 0; });
-    b->setWidgetFlags(b->getWidgetFlags() | WF_ALPHA_TEST);
-    stage.keyUp(165);
-    b->disable();
-    b->setWidgetFlags(b->getWidgetFlags() & ~WF_ALPHA_TEST);
-    stage.keyUp(165);
-    EXPECT_EQ(clicks.size(), 1u);
-}
-
 TEST_F(Button, ParticleSystemStartsOnClickRestartsAndIsReleasedWhenDead) {
     button->setParticleSystem("sparks.psi");
     frame();
     EXPECT_EQ(svc.gfx.count("createParticleSystemInstance"), 0);
     stage.click(150, 120);
-    EXPECT_EQ(svc.gfx.texts("createParticleSystemInstance"), Names{"sparks.psi"});
     EXPECT_EQ(svc.gfx.particleOwner(0), "ok");
-    svc.gfx.clear();
-    stage.render(16);
-    Names order;
-    for (const testkit::GfxCall& c : svc.gfx.calls)
-        if (c.fn == "updateParticleSystem" || c.fn == "blt" || c.fn == "psemit") order.push_back(c.fn);
-    EXPECT_EQ(order, (Names{"updateParticleSystem", "blt", "psemit"}));
-    testkit::GfxCall update = svc.gfx.named("updateParticleSystem")[0];
-    EXPECT_EQ(update.ints, (Ints{0, 150, 120})); // the sprite's centre
-    EXPECT_FLOAT_EQ(update.floats[0], 0.016f);
-    EXPECT_EQ(svc.gfx.named("psemit")[0].floats, std::vector<float>({1.0f}));
-
-    waitOutTheClickGuard();
+    testkit::renderFrame(svc.gfx, stage.ui(), 16);
+    // Advanced at the sprite's centre, drawn after the button.
+    EXPECT_EQ(svc.gfx.transcript({"updateParticleSystem", "blt", "psemit"}),
+              "updateParticleSystem 0 150 120 0.016; blt 0 0 100 100 0 0 255; psemit 0 0 1; ");
+    stage.update(16, 6);
     svc.gfx.clear();
     stage.click(150, 120); // running: restarted, not created again
     EXPECT_EQ(svc.gfx.count("createParticleSystemInstance"), 0);
@@ -253,45 +213,16 @@ TEST_F(Button, ParticleSystemStartsOnClickRestartsAndIsReleasedWhenDead) {
     EXPECT_EQ(svc.gfx.texts("releaseParticleSystemInstance"), Names{"ok"});
     EXPECT_EQ(frame().size(), 1u);
     EXPECT_EQ(svc.gfx.count("psemit"), 0);
-    waitOutTheClickGuard();
+    stage.update(16, 6);
     stage.click(150, 120); // a new instance
     EXPECT_EQ(svc.gfx.particleOwner(1), "ok");
 }
 
-TEST_F(Button, FocusStackEntriesOutOfMemoryAndOnDestruction) {
-    // Without memory for the focus entry the release still reaches the button through the tree.
-    stage.move(150, 120);
-    svc.memory.failAt(0);
-    stage.press(150, 120);
-    EXPECT_TRUE(svc.memory.failed());
-    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
-    stage.release(150, 120);
-    EXPECT_EQ(clicks.size(), 1u);
-
-    waitOutTheClickGuard();
-    stage.press(150, 120);
-    ASSERT_EQ(stage.ui().getInputFocusWidget(), button);
-    button->detachFromParent();
-    delete button;
-    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
-    stage.release(150, 120); // nothing left to reach
-    EXPECT_EQ(clicks.size(), 1u);
-
-    // A button that never held the pointer does not wait for the subsystem lock when it goes: trees are
-    // deleted on loading threads while a frame runs.
-    uiButton* idle = makeButton("idle", 300, 300);
-    idle->detachFromParent();
-    stage.ui().updateLock(true);
-    std::thread loader([idle] { delete idle; });
-    loader.join();
-    stage.ui().updateLock(false);
-}
-
-TEST_F(Button, DescriptionKeysAndMessages) {
-    uiButton* b = load("b = uiButton\n{\n sprite = ok\n flags = uib_hover | UIB_PRESSED | UIB_DONTDRAWIDLE\n"
-                       " clicksound = \"big click\"\n HIGHLIGHTSOUND = glow\n particlesystem = fx.psi\n"
-                       " hotkey = KEY_SPACE\n hotkey = KEY_TAB\n hotkey KEY_ENTER\n clicksound\n"
-                       " highlightsound\n particlesystem\n}\n");
+TEST_F(Button, DescriptionKeysAndTheHotkeyClickingAtTheCorner) {
+    uiButton* b = load("b = uiButton\n{\n sprite = ok\n x = 10\n y = 10\n flags = uib_hover | UIB_PRESSED |"
+                       " UIB_DONTDRAWIDLE\n clicksound = \"big click\"\n HIGHLIGHTSOUND = glow\n"
+                       " particlesystem = fx.psi\n hotkey = KEY_SPACE\n hotkey = KEY_TAB\n hotkey KEY_ENTER\n"
+                       " clicksound\n highlightsound\n particlesystem\n}\n");
     EXPECT_EQ(b->getWidgetFlags(), UIB_HOVER | UIB_PRESSED | UIB_DONTDRAWIDLE);
     EXPECT_EQ(svc.log.dump(), "2: ...unknown hotkey: \"^C00FF00KEY_TAB^c\"\f\n"
                               "2: ...expected: \"^C00FF00hotkey = \"val\"^c\"\f\n"
@@ -299,11 +230,24 @@ TEST_F(Button, DescriptionKeysAndMessages) {
                               "2: ...expected: \"^C00FF00highlightsound = \"string\"^c\"\f\n"
                               "2: ...expected: \"^C00FF00particlesystem = \"string\"^c\"\f\n");
     b->setWidgetStates(true, true, true, false);
-    stage.click(10, 10);
+    stage.keyDown(32);
+    EXPECT_TRUE(log.events.empty());
+    stage.keyUp(32); // KEY_SPACE stayed; it clicks at the corner wherever the pointer is
+    EXPECT_EQ(log.events, Names{"up b 10,10"});
+    EXPECT_EQ(stage.ui().getInputFocusWidget(), nullptr);
     EXPECT_EQ(svc.gfx.texts("createParticleSystemInstance"), Names{"fx.psi"});
-    waitOutTheClickGuard();
-    stage.keyUp(32); // KEY_SPACE stayed: the unknown name changed nothing
+    stage.update(16, 6);
+    stage.click(20, 20);
     EXPECT_EQ(svc.sound.played, (Names{"glow", "big click", "big click"}));
+    stage.keyUp(13);
+    // With an alpha-tested sprite whose corner is transparent the hotkey finds nothing to click.
+    svc.gfx.setAlphaMask("ok", [](int, int, int x, int y) { return x > 0 || y > 0; });
+    b->setWidgetFlags(b->getWidgetFlags() | WF_ALPHA_TEST);
+    stage.keyUp(32);
+    b->disable();
+    b->setWidgetFlags(b->getWidgetFlags() & ~WF_ALPHA_TEST);
+    stage.keyUp(32);
+    EXPECT_EQ(log.events.size(), 2u);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // Particle system widgets: an instance of the graphics service that moves, advances and is drawn with
 // its widget, and is restarted, stopped and released on the game's word.
 #include <gtest/gtest.h>
-#include "screen.h"
 #include "testkit.h"
 #include "uiparticlesystem.h"
 
@@ -11,51 +10,35 @@ class ParticleSystem : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
-    uiParticleSystem* fx = testkit::Stage::make<uiParticleSystem>("uiParticleSystem", "sparks");
+    uiParticleSystem* fx = stage.add<uiParticleSystem>("uiParticleSystem", "sparks", {10, 20, 10, 20});
 
     void SetUp() override {
         stage.root()->rect = {100, 100, 900, 700};
-        fx->rect = {10, 20, 10, 20};
         fx->setDepth(7u);
-        stage.attach(fx);
+        fx->loadPsys("sparks.psi");
     }
-    // The calls of one frame, each as "fn ints..." with the float argument scaled by 1000.
-    std::string frame() {
-        svc.gfx.clear();
-        stage.render(16);
-        std::string out;
-        for (const testkit::GfxCall& c : svc.gfx.calls) {
-            out += c.fn;
-            for (int i : c.ints)
-                out += " " + std::to_string(i);
-            for (float f : c.floats)
-                out += " " + std::to_string(int(f * 1000 + 0.5f));
-            out += "; ";
-        }
-        return out;
+    std::string frame() { // the calls of one frame
+        testkit::renderFrame(svc.gfx, stage.ui(), 16);
+        return svc.gfx.transcript();
     }
 };
 
 TEST_F(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
-    EXPECT_EQ(fx->getId(), -1);
-    fx->loadPsys("sparks.psi");
-    EXPECT_EQ(fx->getId(), 0);
-    EXPECT_EQ(svc.gfx.particleOwner(0), "sparks");
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; psemit 7 0 1000; ");
+    EXPECT_EQ(svc.gfx.particleOwner(fx->getId()), "sparks");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 1; ");
     // No fade for particles: the alpha applies from the next frame, whatever the time says.
     fx->setAlpha(128, 1000, 0, false);
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; psemit 7 0 502; ");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 0.501961; ");
     // A parent's recursive alpha reaches the particles; WF_IGNORE_ALPHA keeps them as they are.
     stage.root()->setAlpha(0, 500, 0, true);
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; psemit 7 0 0; ");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 0; ");
     fx->flags |= WF_IGNORE_ALPHA;
     stage.root()->setAlpha(255, 0, 0, true);
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; psemit 7 0 0; ");
     // Flags switch off updating and drawing separately.
     fx->flags |= UIP_DONTUPDATE;
     EXPECT_EQ(frame(), "psemit 7 0 0; ");
     fx->flags = (fx->flags & ~UIP_DONTUPDATE) | UIP_DONTRENDER;
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; ");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; ");
     // It never takes input.
     fx->rect = {0, 0, 50, 50};
     fx->mouseDownCb = [](uiWidget*, void*, int, int) { return true; };
@@ -64,7 +47,6 @@ TEST_F(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
 }
 
 TEST_F(ParticleSystem, RestartStopDeathAndRelease) {
-    fx->loadPsys("sparks.psi");
     svc.gfx.clear();
     fx->reset();
     fx->stop();
@@ -72,7 +54,7 @@ TEST_F(ParticleSystem, RestartStopDeathAndRelease) {
     EXPECT_EQ(svc.gfx.ints("particleSystemInstanceStopEmitters"), (std::vector<std::vector<int>>{{0}}));
     // A dead instance is the owner's business: the widget neither asks nor releases, it keeps drawing.
     svc.gfx.setParticleDead(0, true);
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 16; psemit 7 0 1000; ");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 1; ");
     // Loading again releases what the widget's name owns before creating the new instance.
     svc.gfx.clear();
     fx->loadPsys("smoke.psi");
@@ -80,15 +62,16 @@ TEST_F(ParticleSystem, RestartStopDeathAndRelease) {
     EXPECT_EQ(svc.gfx.texts("releaseParticleSystemInstance"), std::vector<std::string>{"sparks"});
     EXPECT_EQ(svc.gfx.texts("createParticleSystemInstance"), std::vector<std::string>{"smoke.psi"});
     EXPECT_EQ(fx->getId(), 1);
-    EXPECT_EQ(svc.gfx.liveParticleSystems(), 1);
     fx->releaseInstance();
     EXPECT_EQ(fx->getId(), -1);
     EXPECT_EQ(svc.gfx.liveParticleSystems(), 0);
     // Without an instance every operation is a no-op; a file it cannot load or a missing service leave
     // it without one, unreported.
+    svc.gfx.clear();
     fx->reset();
     fx->stop();
     fx->releaseInstance();
+    EXPECT_TRUE(svc.gfx.calls.empty());
     svc.gfx.failParticles("missing.psi");
     fx->loadPsys("missing.psi");
     EXPECT_EQ(frame(), "");

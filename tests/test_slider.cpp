@@ -9,11 +9,6 @@
 
 namespace {
 
-struct Drag {
-    uiSliderButton* slider = nullptr;
-    std::string seen;
-};
-
 // A 20-pixel thumb on a track from 100 to 300, in a panel whose origin lies at (40, 0) on the screen.
 class Slider : public ::testing::Test {
 protected:
@@ -21,7 +16,7 @@ protected:
     testkit::Stage stage;
     std::unique_ptr<testkit::Screen> screen;
     uiSliderButton* slider = nullptr;
-    Drag drag;
+    testkit::CallbackLog log;
 
     void SetUp() override {
         svc.gfx.defineSprite("thumb", 20, 20);
@@ -31,20 +26,8 @@ protected:
                  "  sprite = thumb\n  x = 100\n  y = 50\n  flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n"
                  "  minx = 100\n  maxx = 300\n }\n flags = WF_ACTIVE | WF_VISIBLE | WF_INPUT_FOCUS\n}\n");
         stage.ui().setTopLevelWidget(screen->root());
-        slider = drag.slider = static_cast<uiSliderButton*>(screen->find("s"));
-        _WidgetMap_s map{};
-        map.mouseMoveCb = [](uiWidget*, void* client, int x, int y) {
-            auto* d = static_cast<Drag*>(client);
-            char line[64];
-            std::snprintf(line, sizeof line, "move %d,%d value %.2f; ", x, y, d->slider->getValue());
-            d->seen += line;
-            return true;
-        };
-        map.mouseUpCb = [](uiWidget*, void* client, int x, int y) {
-            static_cast<Drag*>(client)->seen += "up " + std::to_string(x) + "," + std::to_string(y) + "; ";
-            return true;
-        };
-        slider->assignCallbacks(&map, &drag);
+        slider = static_cast<uiSliderButton*>(screen->find("s"));
+        log.watch(slider, testkit::CallbackLog::kMove | testkit::CallbackLog::kUp);
     }
     void TearDown() override { stage.ui().setTopLevelWidget(stage.root()); }
     std::string thumb() const {
@@ -95,8 +78,8 @@ TEST_F(Slider, DragsAcrossFramesWithTheGamesHandlers) {
     stage.move(400, 60);
     stage.update(16);
     EXPECT_EQ(slider->rect.x, 300);
-    EXPECT_EQ(drag.seen, "move 205,60 value 0.50; move 170,90 value 0.50; move -40,60 value 0.35; "
-                         "move 750,60 value 0.00; up 660,500; ");
+    EXPECT_EQ(log.events, (std::vector<std::string>{"move s 205,60", "move s 170,90", "move s -40,60",
+                                                    "move s 750,60", "up s 660,500"}));
     EXPECT_TRUE(svc.sound.played.empty());
 }
 

@@ -7,13 +7,14 @@
 
 namespace {
 
+using Draws = std::vector<std::vector<int>>;
+
 class ToggleButton : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
+    testkit::CallbackLog log;
     uiToggleButton* toggle = testkit::Stage::make<uiToggleButton>("uiToggleButton", "t");
-    int handled = 0;
-    bool consume = true;
 
     void SetUp() override {
         svc.gfx.defineSprite("off", 60, 30, {3, 3});
@@ -23,23 +24,13 @@ protected:
         toggle->setSprite2("on");
         stage.attach(toggle);
     }
-    void handleClicks(uiWidget* w) {
-        _WidgetMap_s map{};
-        map.mouseUpCb = [](uiWidget*, void* client, int, int) {
-            auto* self = static_cast<ToggleButton*>(client);
-            ++self->handled;
-            return self->consume;
-        };
-        w->assignCallbacks(&map, this);
-    }
     void clickAfterGuard(int x = 20) {
-        for (int i = 0; i < 6; ++i)
-            stage.update(16);
+        stage.update(16, 6);
         stage.click(x, x);
     }
     // Sprite, animation and frame of each draw of one frame.
-    std::vector<std::vector<int>> frame(unsigned int ms = 0) {
-        std::vector<std::vector<int>> draws;
+    Draws frame(unsigned int ms = 0) {
+        Draws draws;
         for (const std::vector<int>& c : testkit::renderFrame(svc.gfx, stage.ui(), ms))
             draws.push_back({c[1], c[4], c[5]});
         return draws;
@@ -57,11 +48,11 @@ TEST_F(ToggleButton, FlipsOnlyWhenTheClickHandlerConsumesTheClick) {
     note();
     toggle->toggle();
     note();
-    handleClicks(toggle);
-    consume = false;
+    log.watch(toggle, testkit::CallbackLog::kUp);
+    log.consume = false;
     clickAfterGuard();
     note();
-    consume = true;
+    log.consume = true;
     clickAfterGuard();
     note();
     clickAfterGuard();
@@ -72,25 +63,25 @@ TEST_F(ToggleButton, FlipsOnlyWhenTheClickHandlerConsumesTheClick) {
     stage.release(20, 20);
     note();
     EXPECT_EQ(states, "01001010");
-    EXPECT_EQ(handled, 3);
+    EXPECT_EQ(log.events.size(), 3u);
 }
 
 TEST_F(ToggleButton, DrawsTheSecondSpriteWithTheButtonsAnimationWhileOn) {
     const int off = svc.gfx.spriteId("off"), on = svc.gfx.spriteId("on");
     toggle->setWidgetFlags(toggle->getWidgetFlags() | UIB_HOVER);
-    EXPECT_EQ(frame(), (std::vector<std::vector<int>>{{off, 0, 0}}));
+    EXPECT_EQ(frame(), (Draws{{off, 0, 0}}));
     toggle->setToggle(true);
     stage.move(20, 20);
-    EXPECT_EQ(frame(), (std::vector<std::vector<int>>{{on, 1, 0}}));
+    EXPECT_EQ(frame(), (Draws{{on, 1, 0}}));
     // Frames step over the normal sprite's animation: 4 frames further of 3 is frame 1, not 4.
-    EXPECT_EQ(frame(4500), (std::vector<std::vector<int>>{{on, 1, 1}}));
+    EXPECT_EQ(frame(4500), (Draws{{on, 1, 1}}));
     EXPECT_EQ(toggle->getSpriteId(), off);
 
     // On without a second sprite it draws nothing, its particles neither.
     auto* bare = stage.add<uiToggleButton>("uiToggleButton", "bare", {300, 300, 0, 0});
     bare->setSprite("off", 0, 0, true);
     bare->setParticleSystem("fx.psi");
-    handleClicks(bare);
+    log.watch(bare, testkit::CallbackLog::kUp);
     toggle->setWidgetStates(false, false, false, false);
     clickAfterGuard(310); // creates the particle system and turns the button on
     ASSERT_TRUE(bare->getToggle());

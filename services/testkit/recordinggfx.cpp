@@ -1,5 +1,6 @@
 #include "recordinggfx.h"
 #include <algorithm>
+#include <cstdio>
 
 namespace testkit {
 
@@ -57,6 +58,25 @@ std::vector<std::string> RecordingGfx::texts(const std::string& fn) const {
     std::vector<std::string> out;
     for (const GfxCall& c : named(fn))
         out.push_back(c.text);
+    return out;
+}
+
+std::string RecordingGfx::transcript(const std::vector<std::string>& only) const {
+    std::lock_guard<std::mutex> guard(m_lock);
+    std::string out;
+    for (const GfxCall& c : calls) {
+        if (!only.empty() && std::find(only.begin(), only.end(), c.fn) == only.end()) continue;
+        out += c.fn;
+        for (int i : c.ints)
+            out += " " + std::to_string(i);
+        for (float f : c.floats) {
+            char number[32];
+            std::snprintf(number, sizeof number, " %g", f);
+            out += number;
+        }
+        if (!c.text.empty()) out += " \"" + c.text + "\"";
+        out += "; ";
+    }
     return out;
 }
 

@@ -45,6 +45,9 @@ public:
     std::vector<std::vector<int>> ints(const std::string& fn) const; // the int arguments of each call of fn
     std::vector<std::string> texts(const std::string& fn) const;     // the text argument of each call of fn
     int count(const std::string& fn) const;
+    // The recorded calls (of the methods in `only`, when given) as text, each as "fn ints floats \"text\"; ",
+    // e.g. "psemit 7 0 0.5; ".
+    std::string transcript(const std::vector<std::string>& only = {}) const;
 
     // Sprites: a size and frame counts per animation; a name whose creation fails; which pixels are
     // opaque for alpha tests.
