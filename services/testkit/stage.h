@@ -46,12 +46,13 @@ public:
     void keyDown(int key) { m_ui.inputEvent(UIE_KEY_DOWN, 0, 0, key); }
     void keyUp(int key) { m_ui.inputEvent(UIE_KEY_UP, 0, 0, key); }
 
-    // One frame: update only (`frames` of them, e.g. to let a button's double-click guard pass), or update
-    // and draw.
+    // Frames without drawing: `frames` updates of `ms` each (several, e.g., to let a button's double-click
+    // guard pass).
     void update(unsigned int ms, int frames = 1) {
         for (int i = 0; i < frames; ++i)
             m_ui.update(ms);
     }
+    // One frame: update and draw.
     void render(unsigned int ms) { m_ui.render(ms); }
 
 private:
