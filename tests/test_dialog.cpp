@@ -1,5 +1,5 @@
-// uiDialog on its own: states and activation, the hide callback, tab entries and the tab and click focus
-// movement.
+// uiDialog on its own: states and activation, the hide callback, the particle systems its reset restarts,
+// tab entries and the tab and click focus movement.
 #include <gtest/gtest.h>
 #include <array>
 #include <memory>
@@ -11,6 +11,25 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+// The names of `widgets` that have input focus, now and after each of `tabs` tab keys sent to `d`.
+template <class List> std::string tabOrder(uiDialog* d, const List& widgets, int tabs) {
+    std::string names;
+    for (int i = 0; i <= tabs; ++i) {
+        if (i > 0) {
+            EXPECT_TRUE(d->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false)) << "tab " << i;
+        }
+        for (uiWidget* w : widgets)
+            if (w->getInputFocus()) names += w->name;
+    }
+    return names;
+}
+
+// Records "<what> <widget's name>" in the Names at `calls`.
+bool note(uiWidget* w, void* calls, const std::string& what) {
+    static_cast<Names*>(calls)->push_back(what + " " + w->name);
+    return true;
+}
+
 class DialogTest : public ::testing::Test {
 protected:
     testkit::Services svc;
@@ -18,38 +37,19 @@ protected:
     std::unique_ptr<uiDialog> dialog{static_cast<uiDialog*>(uiWidget::allocWidget("dlg", "uiDialog"))};
     Names calls;
 
-    // An input handler at (x, y) of size 20 x 10, reporting mouse-downs and key-downs.
+    // An input handler in the dialog at (x, y) of size 20 x 10, reporting mouse-downs and key-downs.
     uiWidget* handler(const char* name, int x, int y) {
         uiWidget* w = uiWidget::allocWidget(name, "uiInputHandler");
         w->rect = {x, y, x + 20, y + 10};
         _WidgetMap_s map{};
-        map.mouseDownCb = [](uiWidget* target, void* c, int, int) {
-            static_cast<Names*>(c)->push_back(std::string("down ") + target->name);
-            return true;
-        };
-        map.keyDownCb = [](uiWidget* target, void* c, int key) {
-            static_cast<Names*>(c)->push_back(std::string("key ") + target->name + " " + std::to_string(key));
-            return true;
+        map.mouseDownCb = [](uiWidget* t, void* c, int, int) { return note(t, c, "down"); };
+        map.keyDownCb = [](uiWidget* t, void* c, int key) {
+            return note(t, c, "key " + std::to_string(key));
         };
         w->assignCallbacks(&map, &calls);
         dialog->addChild(w, false);
         w->setWidgetStates(true, true, true, true);
         return w;
-    }
-    // Three handlers stacked 20 pixels apart, added as tab entries a, b, c in that order.
-    std::array<uiWidget*, 3> threeEntries() {
-        std::array<uiWidget*, 3> entries = {handler("a", 0, 0), handler("b", 0, 20), handler("c", 0, 40)};
-        dialog->setWidgetStates(true, true, true, false);
-        for (uiWidget* w : entries)
-            dialog->addTabEntry(w);
-        return entries;
-    }
-    // Which of `widgets` have input focus, by name.
-    template <class List> std::string focused(const List& widgets) {
-        std::string names;
-        for (uiWidget* w : widgets)
-            if (w->getInputFocus()) names += w->name;
-        return names;
     }
     bool key(int code) { return dialog->inputEvent(UIE_KEY_DOWN, 0, 0, code, false, false); }
     bool click(int x, int y) { return dialog->inputEvent(UIE_MOUSE_DOWN, x, y, 0, false, false); }
@@ -72,10 +72,7 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     ui->popInputFocusWidget();
     EXPECT_EQ(ui->getInputFocusWidget(), nullptr);
 
-    dialog->dlgHideCb(
-        [](uiWidget* w, void* c) { static_cast<Names*>(c)->push_back(std::string("hide ") + w->name); },
-        &calls);
-    dialog->setUserValue(42);
+    dialog->dlgHideCb([](uiWidget* w, void* c) { note(w, c, "hide"); }, &calls);
     dialog->exit();
     EXPECT_EQ(dialog->getState(), 0);
     EXPECT_FALSE(dialog->setActive());
@@ -83,87 +80,70 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     EXPECT_TRUE(dialog->getVisible()); // the render of its tree decides what disappears
     EXPECT_TRUE(nested->setActive());  // dialogs keep their own states
     EXPECT_EQ(calls, Names{"hide dlg"});
-    EXPECT_EQ(dialog->getUserValue(), 42);
     dialog->dlgHideCb(nullptr, nullptr);
     dialog->hide();
     EXPECT_EQ(calls.size(), 1u);
+
+    // Reset restarts every particle system below the dialog, children newest first.
+    auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
+    auto* smoke = static_cast<uiParticleSystem*>(uiWidget::allocWidget("smoke", "uiParticleSystem"));
+    nested->addChild(smoke, false);
+    dialog->addChild(sparks, false);
+    sparks->loadPsys("sparks.psi");
+    smoke->loadPsys("smoke.psi");
+    svc.gfx.clear();
+    dialog->reset();
+    EXPECT_EQ(svc.gfx.ints("addEvent"), (std::vector<std::vector<int>>{{4, 0, 0, 0}, {4, 0, 1, 0}}));
+    sparks->releaseInstance();
+    smoke->releaseInstance();
 }
 
 TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
-    const std::array<uiWidget*, 3> abc = threeEntries();
-    std::string order = focused(abc);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(key(9));
-        order += focused(abc);
-    }
-    EXPECT_EQ(order, "abca");
+    const std::array<uiWidget*, 3> abc = {handler("a", 0, 0), handler("b", 0, 20), handler("c", 0, 40)};
+    dialog->setWidgetStates(true, true, true, false);
+    for (uiWidget* w : abc)
+        dialog->addTabEntry(w);
+    EXPECT_EQ(tabOrder(dialog.get(), abc, 3), "abca");
     EXPECT_TRUE(calls.empty()); // the tab never reaches the entries
     // Other keys go on to the focused entry; a tab already handled is not the dialog's.
     key(13);
     EXPECT_TRUE(dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, true));
-    EXPECT_EQ(calls, (Names{"key a 13", "key a 9"}));
+    EXPECT_EQ(calls, (Names{"key 13 a", "key 9 a"}));
     // Reset gives the focus back to the current entry only.
     key(9);
     dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
     dialog->reset();
-    EXPECT_EQ(focused(abc), "b");
+    EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
 
     // A click on another visible entry moves the focus there and ends; on the current one it falls
     // through; a hidden entry takes nothing. Entries are tested in their parent's space.
     calls.clear();
     abc[2]->setVisible(false, true);
     EXPECT_TRUE(click(5, 5));
-    EXPECT_EQ(focused(abc), "a");
     click(5, 45);
-    EXPECT_EQ(focused(abc), "a");
+    EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "a");
     EXPECT_TRUE(click(5, 5));
     EXPECT_EQ(calls, Names{"down a"});
     dialog->rect = {100, 50, 300, 200};
     EXPECT_TRUE(click(105, 75));
-    EXPECT_EQ(focused(abc), "b");
+    EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
 
     // Taken out: the current entry goes and the first remaining one becomes current; all at once.
     const std::array<uiWidget*, 2> ac = {abc[0], abc[2]}; // b keeps the focus it had
     dialog->removeTabEntries(abc[1]);
     dialog->resetTabFocus();
-    order = focused(ac);
-    abc[2]->setVisible(true, true);
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(key(9));
-        order += focused(ac);
-    }
-    EXPECT_EQ(order, "aca");
+    EXPECT_EQ(tabOrder(dialog.get(), ac, 2), "aca");
     dialog->removeTabEntries(dialog.get());
     EXPECT_TRUE(key(9)); // consumed even without entries
-    EXPECT_EQ(focused(ac), "a");
-}
-
-TEST_F(DialogTest, ResetRestartsEveryParticleSystemBelowTheDialog) {
-    uiWidget* panel = uiWidget::allocWidget("panel", "uiNonVisualWidget");
-    dialog->addChild(panel, false);
-    auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
-    auto* smoke = static_cast<uiParticleSystem*>(uiWidget::allocWidget("smoke", "uiParticleSystem"));
-    dialog->addChild(sparks, false);
-    panel->addChild(smoke, false);
-    sparks->loadPsys("sparks.psi");
-    smoke->loadPsys("smoke.psi");
-    svc.gfx.clear();
-    dialog->reset();
-    // Children newest first: the sparks, then the panel and the smoke in it.
-    EXPECT_EQ(svc.gfx.ints("addEvent"), (std::vector<std::vector<int>>{{4, 0, 0, 0}, {4, 0, 1, 0}}));
-    EXPECT_EQ(smoke->getId(), 1);
-    sparks->releaseInstance();
-    smoke->releaseInstance();
+    EXPECT_EQ(tabOrder(dialog.get(), ac, 0), "a");
 }
 
 TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
-    testkit::Screen screen(svc,
-                           "options = uiDialog\n{\n    takefocus = false\n    child music = uiInputHandler\n"
-                           "    {\n        width = 20\n        height = 10\n    }\n"
-                           "    child sound = uiInputHandler\n    {\n        y = 20\n        width = 20\n"
-                           "        height = 10\n    }\n    tabentry = options.sound\n"
-                           "    tabentry = options.music\n    tabentry = options.nothere\n"
-                           "    tabentry options.music\n    takefocus false\n}\n");
+    testkit::Screen screen(svc, "options = uiDialog\n{\n takefocus = false\n child music = uiInputHandler\n"
+                                " {\n  width = 20\n  height = 10\n }\n child sound = uiInputHandler\n {\n"
+                                "  y = 20\n  width = 20\n  height = 10\n }\n tabentry = options.sound\n"
+                                " tabentry = options.music\n tabentry = options.nothere\n"
+                                " tabentry options.music\n takefocus false\n}\n");
     auto* options = static_cast<uiDialog*>(screen.root());
     ASSERT_NE(options, nullptr);
     EXPECT_EQ(svc.log.dump(), "2: uiWidget::getWidget(): Unknown name: ^C0000FFoptions.nothere^c\f\n"
@@ -177,23 +157,16 @@ TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
     EXPECT_EQ(ui->getInputFocusWidget(), game.get()); // left alone
     options->resetTabFocus();
     const std::array<uiWidget*, 2> entries = {screen.find("music"), screen.find("sound")};
-    std::string order = focused(entries);
-    for (int i = 0; i < 2; ++i) {
-        options->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false);
-        order += focused(entries);
-    }
-    EXPECT_EQ(order, "soundmusicsound");
+    EXPECT_EQ(tabOrder(options, entries, 2), "soundmusicsound");
 }
 
 // A child that cannot be attached (no memory for its list node) is deleted, and its entries, its own and
 // those below it, leave the tab order with it; a tab entry without memory is reported and left out.
 TEST_F(DialogTest, EntriesWithoutMemoryLeaveTheTabOrder) {
     const char* const form =
-        "form = uiDialog\n{\n    child name = uiInputHandler\n    {\n        width = 20\n"
-        "        height = 10\n        tabentry\n    }\n    child team = uiNonVisualWidget\n"
-        "    {\n        child field = uiInputHandler\n        {\n            y = 20\n"
-        "            width = 20\n            height = 10\n            tabentry\n        }\n"
-        "    }\n}\n";
+        "form = uiDialog\n{\n child name = uiInputHandler\n {\n  width = 20\n  height = 10\n"
+        "  tabentry\n }\n child team = uiNonVisualWidget\n {\n  child field = uiInputHandler\n"
+        "  {\n   y = 20\n   width = 20\n   height = 10\n   tabentry\n  }\n }\n}\n";
     int dropped = 0;
     for (long long n = 0;; ++n) {
         svc.memory.failAt(n);
@@ -207,10 +180,7 @@ TEST_F(DialogTest, EntriesWithoutMemoryLeaveTheTabOrder) {
             ++dropped;
             dlg->setWidgetStates(true, true, true, false);
             dlg->resetTabFocus();
-            for (int i = 0; i < 2; ++i) {
-                EXPECT_TRUE(dlg->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false));
-                EXPECT_TRUE(name->getInputFocus()) << "allocation " << n;
-            }
+            EXPECT_EQ(tabOrder(dlg, std::array<uiWidget*, 1>{name}, 2), "namenamename") << "allocation " << n;
         }
         if (!failed) break;
     }

@@ -7,10 +7,9 @@
 
 namespace {
 
-using Log = std::vector<std::string>;
 using Focus = std::vector<uiWidget*>;
 
-// A subsystem as a game might extend it, reaching the stack's own pop.
+// A game's subsystem, reaching the stack's own pop.
 struct ExtendedSubsystem : uiSubsystem {
     using uiSubsystem::_popDialog;
 };
@@ -20,7 +19,7 @@ protected:
     testkit::Services svc;
     std::unique_ptr<ExtendedSubsystem> ui{new ExtendedSubsystem()};
     std::vector<std::unique_ptr<uiWidget>> owned;
-    Log hides;
+    std::string hides;
     uiWidget* bottom = widget("bottom", "uiNonVisualWidget"); // the focus stack never empties below it
     uiWidget* game = widget("game", "uiNonVisualWidget");     // the game's own focus widget
 
@@ -34,8 +33,19 @@ protected:
     }
     uiDialog* dialog(const char* name, const char* type = "uiDialog") {
         uiDialog* d = static_cast<uiDialog*>(widget(name, type));
-        d->dlgHideCb([](uiWidget* w, void* log) { static_cast<Log*>(log)->push_back(w->name); }, &hides);
+        d->dlgHideCb([](uiWidget* w, void* log) { *static_cast<std::string*>(log) += w->name; }, &hides);
         return d;
+    }
+    // Per frame of `n`: the top dialog's name ("-" for none) and after a slash the dialogs hidden since
+    // the last frame, in order.
+    std::string frame(int n = 1) {
+        std::string seen;
+        for (int i = 0; i < n; ++i) {
+            ui->update(16);
+            seen += std::string(ui->topDialog() ? ui->topDialog()->name : "-") + "/" + hides;
+            hides.clear();
+        }
+        return seen;
     }
     // The focus entries above `bottom`, top first. Leaves the stack holding only `bottom`.
     Focus takeFocusStack() {
@@ -53,15 +63,12 @@ TEST_F(DialogStackTest, CommandsTakeEffectAtTheNextFrameEachWithItsOwnFocusEntri
     uiDialog* d = dialog("d");
     ui->pushDialog(d, false);
     EXPECT_EQ(ui->topDialog(), nullptr); // queued until the next frame
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d);
+    EXPECT_EQ(frame(), "d/");
     EXPECT_TRUE(ui->topDialogIsIdle(d));
     EXPECT_EQ(d->getWidgetFlags() & 7u, 7u);
     ui->popDialog(d, false);
-    ui->update(16);
-    EXPECT_FALSE(ui->isDialogPushed(d));
+    EXPECT_EQ(frame(), "-/d");
     EXPECT_EQ(d->getState(), 0);
-    EXPECT_EQ(hides, Log{"d"});
     takeFocusStack();
 
     enum Pop { kNone, kImmediate, kTransition };
@@ -91,60 +98,36 @@ TEST_F(DialogStackTest, PopsAndClearsOfPlainDialogs) {
     uiDialog* d3 = dialog("d3");
     ui->pushDialog(d1, true); // plain dialogs pushed with transition enter in the same frame
     ui->pushDialog(d2, true);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d2);
-    EXPECT_TRUE(ui->topDialogIsIdle(d2));
-    EXPECT_FALSE(ui->topDialogIsIdle(d1));
-    EXPECT_FALSE(ui->topDialogIsIdle(nullptr));
-
+    EXPECT_EQ(frame(), "d2/");
+    EXPECT_TRUE(ui->topDialogIsIdle(d2) && !ui->topDialogIsIdle(d1));
     // A pop of a dialog below the top is dropped; the queue goes on.
     ui->popDialog(d1, true);
     ui->popDialog(d1, false);
     ui->pushDialog(d3, false);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d3);
+    EXPECT_EQ(frame(), "d3/");
     EXPECT_EQ(d1->getState(), 1);
-    EXPECT_TRUE(hides.empty());
-
     // A transition pop of a plain dialog completes in its frame; it is hidden once, by its own exit.
     ui->popDialog(d3, true);
-    ui->update(16);
-    ui->update(16);
-    EXPECT_EQ(hides, Log{"d3"});
-    EXPECT_EQ(ui->topDialog(), d2);
-
+    EXPECT_EQ(frame(2), "d2/d3d2/");
     // A transition clear pops one dialog per frame; commands behind it wait.
     ui->clearDialogStack(true);
     ui->pushDialog(d3, false);
-    ui->update(16);
-    EXPECT_EQ(hides, (Log{"d3", "d2"}));
-    EXPECT_EQ(ui->topDialog(), d1);
-    ui->update(16);
-    EXPECT_EQ(hides, (Log{"d3", "d2", "d1"}));
-    EXPECT_EQ(ui->topDialog(), d3);
+    EXPECT_EQ(frame(2), "d1/d2d3/d1");
     takeFocusStack();
-
     // An immediate clear hides every dialog, top first; clearing pending commands leaves the stack.
     ui->pushDialog(d1, false);
-    ui->update(16);
-    hides.clear();
+    frame();
     ui->popDialog(d1, false);
     ui->clearPendingDialogs();
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d1);
+    EXPECT_EQ(frame(), "d1/");
     ui->clearDialogStack(false);
-    ui->update(16);
-    EXPECT_EQ(hides, (Log{"d1", "d3"}));
-    EXPECT_EQ(ui->topDialog(), nullptr);
-
+    EXPECT_EQ(frame(), "-/d1d3");
     // Pops and clears that find the stack empty are dropped without complaint.
     ui->popDialog(nullptr, true);
     ui->popDialog(nullptr, false);
     ui->clearDialogStack(true);
     ui->pushDialog(d1, false);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d1);
-    ui->reportDialogStack();
+    EXPECT_EQ(frame(), "d1/");
     EXPECT_EQ(svc.log.count(), 0);
 }
 
@@ -156,33 +139,21 @@ TEST_F(DialogStackTest, AnimatedDialogsAreHiddenTheFrameAfterTheirExit) {
     uiDialog* a2 = dialog("a2", "uiAnimDialog");
     ui->pushDialog(a1, true);
     ui->pushDialog(a2, true);
-    ui->update(16);
-    ASSERT_EQ(ui->topDialog(), a2);
+    ASSERT_EQ(frame(), "a2/");
     ui->popDialog(nullptr, true);
     ui->popDialog(nullptr, true);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
+    EXPECT_EQ(frame(), "-/");
     EXPECT_EQ(a1->getState() * 10 + a2->getState(), 44);
-    EXPECT_TRUE(hides.empty());
-    ui->update(16);
-    EXPECT_EQ(hides, (Log{"a2", "a1"}));
+    EXPECT_EQ(frame(2), "-/a2a1-/");
     EXPECT_EQ(a1->getState() * 10 + a2->getState(), 0);
-    ui->update(16);
-    EXPECT_EQ(hides.size(), 2u);
 
     ui->setTopLevelWidget(a1);
     ui->pushDialog(a1, true);
-    ui->update(16);
+    frame();
     ui->popDialog(a1, true);
     ui->pushDialog(a1, true);
-    ui->update(16);
-    EXPECT_EQ(hides, (Log{"a2", "a1", "a1"}));
-    EXPECT_EQ(ui->topDialog(), a1);
-    ui->update(16);
-    EXPECT_EQ(hides.size(), 3u); // not hidden again while it is back on the stack
-    EXPECT_EQ(a1->getState(), 1);
-    EXPECT_TRUE(a1->setActive());
-    EXPECT_TRUE(ui->topDialogIsIdle(a1));
+    EXPECT_EQ(frame(2), "a1/a1a1/"); // not hidden again while it is back on the stack
+    EXPECT_TRUE(a1->setActive() && ui->topDialogIsIdle(a1));
 }
 
 TEST_F(DialogStackTest, QueueLimitsMemoryFailuresAndDestruction) {
@@ -193,12 +164,11 @@ TEST_F(DialogStackTest, QueueLimitsMemoryFailuresAndDestruction) {
         ui->pushDialog(dialogs.back(), false);
     }
     EXPECT_EQ(svc.log.dump(), "1: DialogStackCmd queue exceeds 32 count\f\n"); // but none is lost
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), dialogs.back());
+    EXPECT_EQ(frame(), "d32/");
     for (uiDialog* d : dialogs)
         EXPECT_TRUE(ui->isDialogPushed(d)) << d->name;
     ui->clearDialogStack(false);
-    ui->update(16);
+    frame();
     takeFocusStack();
 
     // Without memory a queued command is lost and a stack node is tried again at the next frame.
@@ -206,15 +176,12 @@ TEST_F(DialogStackTest, QueueLimitsMemoryFailuresAndDestruction) {
     svc.log.clear();
     svc.memory.failAt(0);
     ui->pushDialog(d, false);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
+    EXPECT_EQ(frame(), "-/");
     ui->pushDialog(d, false);
     svc.memory.failAt(0);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), nullptr);
+    EXPECT_EQ(frame(), "-/");
     EXPECT_EQ(d->getState(), 0);
-    ui->update(16);
-    EXPECT_EQ(ui->topDialog(), d);
+    EXPECT_EQ(frame(), "d0/");
     EXPECT_EQ(takeFocusStack(), (Focus{d}));
     EXPECT_EQ(svc.log.dump(),
               "2: _addDialogStackCmd(): Out of Memory\f\n2: _pushDialog(d0): Out of Memory\f\n");
@@ -222,11 +189,11 @@ TEST_F(DialogStackTest, QueueLimitsMemoryFailuresAndDestruction) {
     // Destroying the subsystem frees the queue, the stack and pending hides.
     uiDialog* a = dialog("a", "uiAnimDialog");
     ui->pushDialog(a, true);
-    ui->update(16);
+    frame();
     ui->popDialog(d, false);
     ui->popDialog(a, true); // a exits at once and awaits its hide
     ui->pushDialog(d, false);
-    ui->update(16);
+    frame();
     ui->pushDialog(a, true);
     ui->popDialog(nullptr, true);
     ui.reset();

@@ -1,8 +1,8 @@
 // The subsystem frame: clock, roles, input routing through the focus stack, modifiers, cursor and the
 // statistics overlay.
 #include <gtest/gtest.h>
-#include "probe_widget.h"
 #include "testkit.h"
+using testkit::Journal, testkit::ProbeWidget, testkit::probe;
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
-#include "stage.h"
 #include "testkit.h"
 #include "uibutton.h"
 #include "uinonvisualwidget.h"
 
 namespace {
 
+using Points = std::vector<std::pair<int, int>>;
 std::vector<std::string>* g_seen = nullptr;
 
 void note(const uiWidget* w, const std::string& what, int x, int y) {
@@ -37,17 +37,12 @@ protected:
     }
 };
 
-template <class W> W* named(W* w, const char* name, _uiRect_s r) {
-    std::snprintf(w->name, sizeof w->name, "%s", name);
-    w->rect = r;
-    return w;
-}
-
 class TreeWalk : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Stage stage;
     std::vector<std::string> seen;
+    uiWidget* outer = stage.add("uiNonVisualWidget", "outer", {100, 50, 700, 550});
 
     void SetUp() override {
         g_seen = &seen;
@@ -55,32 +50,30 @@ protected:
     }
     void TearDown() override { g_seen = nullptr; }
 
-    uiButton* button(const char* name, _uiRect_s r, uiWidget* parent) {
-        uiButton* b = named(testkit::Stage::make<uiButton>("uiButton", name), name, r);
+    template <class B> B* button(B* b, const char* name, _uiRect_s r, uiWidget* parent) {
+        std::snprintf(b->name, sizeof b->name, "%s", name);
+        b->rect = r;
         b->setSprite("ok", 0, 0, false);
         return stage.attach(b, parent);
     }
-    uiWidget* panel(const char* name, _uiRect_s r, uiWidget* parent = nullptr) {
-        return stage.attach(named(testkit::Stage::make("uiNonVisualWidget", name), name, r), parent);
+    uiButton* button(const char* name, _uiRect_s r, uiWidget* parent) {
+        return button(testkit::Stage::make<uiButton>("uiButton", name), name, r, parent);
     }
-    // Where the frame drew each sprite, in drawing order.
-    std::vector<std::pair<int, int>> draws() {
-        svc.gfx.clear();
-        stage.render(16);
-        std::vector<std::pair<int, int>> out;
-        for (const testkit::GfxCall& c : svc.gfx.named("blt"))
-            out.push_back({c.ints[2], c.ints[3]});
+    Points draws() { // where the frame drew each sprite, in drawing order
+        Points out;
+        for (const std::vector<int>& blt : testkit::renderFrame(svc.gfx, stage.ui(), 16))
+            out.push_back({blt[2], blt[3]});
         return out;
     }
 };
 
 TEST_F(TreeWalk, GameClassesDerivedFromLibraryClassesKeepTheirHooks) {
-    uiWidget* outer = panel("outer", {100, 50, 700, 550});
-    auto* mine = stage.attach(named(new GamePanel, "mine", {10, 20, 300, 300}), outer);
-    auto* gameButton = stage.attach(named(new GameButton, "gb", {5, 5, 105, 45}), mine);
-    gameButton->setSprite("ok", 0, 0, true);
+    auto* mine = stage.attach(new GamePanel, outer);
+    std::snprintf(mine->name, sizeof mine->name, "mine");
+    mine->rect = {10, 20, 300, 300};
+    GameButton* gameButton = button(new GameButton, "gb", {5, 5, 105, 45}, mine);
     button("plain", {200, 0, 300, 40}, outer);
-    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{300, 50}, {115, 75}}));
+    EXPECT_EQ(draws(), (Points{{300, 50}, {115, 75}}));
     // A move far from everything still reaches the game's hooks, in the space of each; over the game's
     // button it hovers like any button.
     stage.move(5, 580);
@@ -93,17 +86,16 @@ TEST_F(TreeWalk, GameClassesDerivedFromLibraryClassesKeepTheirHooks) {
 }
 
 TEST_F(TreeWalk, ContainersAndButtonsFollowTheStatesAndCoordinates) {
-    uiWidget* outer = panel("outer", {100, 50, 700, 550});
-    uiWidget* inner = panel("inner", {10, 20, 400, 400}, outer);
+    uiWidget* inner = stage.add("uiNonVisualWidget", "inner", {10, 20, 400, 400}, outer);
     uiButton* a = button("a", {5, 5, 105, 45}, inner);
     uiButton* b = button("b", {30, 60, 130, 100}, outer);
-    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {115, 75}}));
+    EXPECT_EQ(draws(), (Points{{130, 110}, {115, 75}}));
     // Absolute coordinates on a panel start its subtree again from the screen's corner.
     inner->setWidgetFlags(inner->getWidgetFlags() | WF_ROOT_COORDS);
-    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}, {15, 25}}));
+    EXPECT_EQ(draws(), (Points{{130, 110}, {15, 25}}));
     // A hidden panel draws nothing below it; an inactive one stops its buttons' animations.
     inner->setVisible(false, false);
-    EXPECT_EQ(draws(), (std::vector<std::pair<int, int>>{{130, 110}}));
+    EXPECT_EQ(draws(), (Points{{130, 110}}));
     outer->setActive(false, false);
     b->setFrame(2);
     draws();
@@ -118,7 +110,6 @@ TEST_F(TreeWalk, ContainersAndButtonsFollowTheStatesAndCoordinates) {
     EXPECT_TRUE(b->isHovering());
     stage.move(140, 120);
     EXPECT_FALSE(b->isHovering());
-
     // A new animation set by the game restarts at the next event, wherever the pointer is.
     a->setAnim(2);
     a->setFrame(3);
@@ -130,7 +121,6 @@ TEST_F(TreeWalk, ContainersAndButtonsFollowTheStatesAndCoordinates) {
 }
 
 TEST_F(TreeWalk, AMoveOutsideAButtonDoesWhatEnteringItWouldDo) {
-    uiWidget* outer = panel("outer", {100, 50, 700, 550});
     uiButton* b = button("b", {0, 0, 60, 40}, outer); // narrower than its 100-pixel sprite
     draws();
     stage.move(150, 60); // hover starts and ends through the panel

@@ -2,10 +2,11 @@
 // global-input-focus widgets; callbacks by event kind; panned interface sounds.
 #include <gtest/gtest.h>
 #include <algorithm>
-#include "probe_widget.h"
 #include "testkit.h"
 
 namespace {
+
+using testkit::ProbeWidget, testkit::probe;
 
 struct Calls {
     std::string seen;
@@ -32,10 +33,8 @@ _WidgetMap_s allCallbacks() {
 class WidgetInput : public ::testing::Test {
 protected:
     testkit::Services svc;
-    Journal journal;
+    testkit::Journal journal;
     Calls calls;
-    void SetUp() override { ProbeWidget::journal = &journal; }
-    void TearDown() override { ProbeWidget::journal = nullptr; }
 };
 
 TEST_F(WidgetInput, CallbacksFollowTheEventKindAndTheBoundsOnlyInInputHandlers) {
@@ -78,9 +77,9 @@ TEST_F(WidgetInput, TheFirstReceiverThatTakesTheEventEndsTheWalk) {
     d->flags |= WF_ROOT_COORDS; // sees the point plus its parent's position
     root->setWidgetStates(true, true, true, true);
     auto walk = [&] {
-        journal.lines.clear();
+        journal.take();
         const bool taken = root->inputEvent(UIE_MOUSE_DOWN, 150, 160, 0, false, false);
-        return journal.text() + (taken ? "taken" : "left");
+        return journal.take() + (taken ? "taken" : "left");
     };
     c->consume = true;
     EXPECT_EQ(walk(), "root:input 150,160 c:input 150,160 taken");
@@ -111,11 +110,11 @@ TEST_F(WidgetInput, GlobalInputFocusWidgetsComeLastWithTheirOwnCoordinates) {
     EXPECT_EQ(svc.log.dump(), "2: uiWidget::getWidget(): Unknown name: ^C0000FFroot.missing^c\f\n"
                               "2: addGlobalInputFocusWidget(): unknown widget: ^CFFFF00root.missing^c\f\n");
     target->consume = true;
-    journal.lines.clear();
+    journal.take();
     // Offered to left at (20, 30) in root space; left does not take it, so its global widget gets the same
     // absolute point in its own space: (20, 30) - (400, 300).
     EXPECT_TRUE(left->inputEvent(UIE_KEY_DOWN, 20, 30, 0, false, false));
-    EXPECT_EQ(journal.text(), "left:input 20,30 target:input -380,-270 ");
+    EXPECT_EQ(journal.take(), "left:input 20,30 target:input -380,-270 ");
 
     // Lists that lead back (the root naming itself, target naming left) hand an event on once per
     // widget instead of without end.
@@ -123,10 +122,8 @@ TEST_F(WidgetInput, GlobalInputFocusWidgetsComeLastWithTheirOwnCoordinates) {
     root->addGlobalInputFocusWidget("root");
     target->addGlobalInputFocusWidget("root.left");
     root->initialize();
-    journal.lines.clear();
     EXPECT_FALSE(left->inputEvent(UIE_KEY_DOWN, 20, 30, 0, false, false));
-    EXPECT_EQ(journal.text(), "left:input 20,30 target:input -380,-270 left:input 20,30 ");
-    journal.lines.clear();
+    EXPECT_EQ(journal.take(), "left:input 20,30 target:input -380,-270 left:input 20,30 ");
     EXPECT_FALSE(root->inputEvent(UIE_KEY_DOWN, 0, 0, 0, false, false));
     EXPECT_EQ(std::count(journal.lines.begin(), journal.lines.end(), "root:input 0,0"), 2)
         << "the root sees the event itself and once more through its own list, then no more";
@@ -172,23 +169,24 @@ TEST_F(WidgetInput, GlobalListsDeliverAlongEveryPathAndNestedEventsStartAfresh) 
     delete root;
 }
 
+// Pans run from -0.9 at the left to 0.9 at the right of the screen (800 wide), the parent or a given width.
 TEST_F(WidgetInput, PannedSoundsFollowTheWidgetsPlaceOnScreen) {
     ProbeWidget* parent = probe("parent", {0, 0, 200, 100});
     ProbeWidget* w = probe("w", {350, 0, 450, 10}, parent);
-    EXPECT_NE(w->_playWithPan("click", 0, 1.5f, 0), nullptr);
-    w->_playWithPan("click", WP_RIGHT, 1.0f, 0);             // 450 / 800 * 1.8 - 0.9
-    w->_playWithPan("click", WP_POS | WP_WIDTH, 1.0f, 1000); // 1000 / 1000
-    w->_playWithPan("click", WP_LEFT | WP_PARENT, 1.0f, 0);  // 350 / 200: limited to 0.9
-    w->rect.x = 0;
-    w->_playWithPan("click", WP_LEFT, 1.0f, 0);
-    w->_playWithPan("click", WP_WIDTH, 1.0f, 0); // zero range: centred
-    std::vector<float> pans;
-    for (const testkit::SoundPlay& play : svc.sound.plays)
-        pans.push_back(play.pan);
-    const std::vector<float> expected{0.0f, 0.1125f, 0.9f, 0.9f, -0.9f, 0.0f};
-    ASSERT_EQ(pans.size(), expected.size());
-    for (size_t i = 0; i < pans.size(); ++i)
-        EXPECT_NEAR(pans[i], expected[i], 1e-6) << i;
+    const struct {
+        int x, flags, width;
+        float pan;
+    } cases[] = {{350, 0, 0, 0.0f},
+                 {350, WP_RIGHT, 0, 0.1125f}, // 450 / 800 * 1.8 - 0.9
+                 {350, WP_POS | WP_WIDTH, 1000, 0.9f},
+                 {350, WP_LEFT | WP_PARENT, 0, 0.9f}, // 350 / 200: limited
+                 {0, WP_LEFT, 0, -0.9f},
+                 {0, WP_WIDTH, 0, 0.0f}}; // zero range: centred
+    for (const auto& c : cases) {
+        w->rect.x = c.x;
+        ASSERT_NE(w->_playWithPan("click", c.flags, 1.5f, c.width), nullptr);
+        EXPECT_NEAR(svc.sound.plays.back().pan, c.pan, 1e-6) << c.flags;
+    }
     EXPECT_EQ(svc.sound.plays[0].name, "click");
     EXPECT_FLOAT_EQ(svc.sound.plays[0].freq, 1.5f);
     w->_playWithPan("click", WP_WORLD, 1.0f, 0);

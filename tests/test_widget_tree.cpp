@@ -1,16 +1,20 @@
 // The widget tree: ownership, coordinates, frame recursions, states and their hooks, lookup by path.
 #include <gtest/gtest.h>
-#include "probe_widget.h"
 #include "testkit.h"
 
 namespace {
 
+using testkit::ProbeWidget, testkit::probe;
+
 class WidgetTree : public ::testing::Test {
 protected:
     testkit::Services svc;
-    Journal journal;
-    void SetUp() override { ProbeWidget::journal = &journal; }
-    void TearDown() override { ProbeWidget::journal = nullptr; }
+    testkit::Journal journal;
+    static int basis(uiWidget* w) { // where w's coordinates start, as x * 1000 + y
+        int x, y;
+        w->getBasisCoords(&x, &y);
+        return x * 1000 + y;
+    }
 };
 
 TEST_F(WidgetTree, RecursionsVisitParentThenChildrenNewestFirstAtTheirAbsolutePositions) {
@@ -21,32 +25,26 @@ TEST_F(WidgetTree, RecursionsVisitParentThenChildrenNewestFirstAtTheirAbsolutePo
     ProbeWidget* c = probe("c", {5, 5, 10, 10}, parent);
     probe("cc", {1, 1, 2, 2}, c);
     root->setWidgetStates(true, true, true, true);
-    journal.lines.clear();
+    journal.take();
     root->render(0, 0);
-    EXPECT_EQ(journal.text(), "root:render 0,0 parent:render 7,9 c:render 107,59 cc:render 112,64 "
+    EXPECT_EQ(journal.take(), "root:render 0,0 parent:render 7,9 c:render 107,59 cc:render 112,64 "
                               "b:render 107,59 a:render 107,59 ");
-    int x, y;
-    c->getBasisCoords(&x, &y);
-    EXPECT_EQ(x * 1000 + y, 107059);
-
     // A root-coordinates widget is placed from (0, 0) and hands its own position to its children; the
     // basis of its children stops at it.
+    EXPECT_EQ(basis(c), 107059);
     c->flags |= WF_ROOT_COORDS;
-    journal.lines.clear();
     root->update(0, 0);
     EXPECT_EQ(journal.lines[2] + " " + journal.lines[3], "c:update 0,0 cc:update 5,5");
-    c->getBasisCoords(&x, &y);
-    EXPECT_EQ(x * 1000 + y, 0);
+    EXPECT_EQ(basis(c), 0);
     parent->flags |= WF_ROOT_COORDS;
     c->flags &= ~static_cast<unsigned int>(WF_ROOT_COORDS);
-    c->getBasisCoords(&x, &y);
-    EXPECT_EQ(x * 1000 + y, 100050);
+    EXPECT_EQ(basis(c), 100050);
 
     // Active but hidden: updated, not drawn, and the children are cut off with it though still visible.
     parent->setVisible(false, false);
-    journal.lines.clear();
+    journal.take();
     root->render(0, 0);
-    EXPECT_EQ(journal.text(), "root:render 0,0 ");
+    EXPECT_EQ(journal.take(), "root:render 0,0 ");
     EXPECT_TRUE(c->getVisible());
 
     // Bounds include the near edges and exclude the far ones.
@@ -72,26 +70,19 @@ TEST_F(WidgetTree, StateHooksFireOnlyOnRealChangesAndRecursionsSkipDialogsAndOve
     root->setActive(false, false);
     root->setInputFocus(true, false);
     root->setInputFocus(false, false);
-    EXPECT_EQ(journal.text(), "root:show root:activate root:deactivate root:gain root:lose ");
-    journal.lines.clear();
+    EXPECT_EQ(journal.take(), "root:show root:activate root:deactivate root:gain root:lose ");
     root->setVisible(true, true); // root itself unchanged, the recursion still runs
-    EXPECT_EQ(journal.text(), "plain:show ");
+    EXPECT_EQ(journal.take(), "plain:show ");
     EXPECT_FALSE(dialog->getVisible() || keeper->getVisible() || grandchild->getVisible());
-    journal.lines.clear();
     root->setWidgetStates(false, true, true, true);
-    EXPECT_EQ(journal.text(), "root:hide plain:hide root:activate keeper:activate grandchild:activate "
+    EXPECT_EQ(journal.take(), "root:hide plain:hide root:activate keeper:activate grandchild:activate "
                               "plain:activate root:gain keeper:gain grandchild:gain plain:gain ");
 
     // A focus veto refuses before any hook or recursion; losing focus is never vetoed.
     int asked = 0;
     root->setInputFocus(false, true);
-    journal.lines.clear();
-    root->inputFocusCb(
-        [](uiWidget*, void* client) {
-            ++*static_cast<int*>(client);
-            return false;
-        },
-        &asked);
+    journal.take();
+    root->inputFocusCb([](uiWidget*, void* c) { return ++*static_cast<int*>(c) < 0; }, &asked); // refuses
     root->setInputFocus(true, true);
     EXPECT_EQ(asked, 1);
     EXPECT_FALSE(root->getInputFocus() || grandchild->getInputFocus());
@@ -150,9 +141,9 @@ TEST_F(WidgetTree, AttachDetachDepthsAndDestruction) {
     probe("d", {0, 0, 1, 1}, root);
     root->addGlobalInputFocusWidget("root.d");
     root->initialize();
-    journal.lines.clear();
+    journal.take();
     delete root;
-    EXPECT_EQ(journal.text(), "root:destroy d:destroy b:destroy c:destroy ");
+    EXPECT_EQ(journal.take(), "root:destroy d:destroy b:destroy c:destroy ");
     EXPECT_EQ(svc.memory.outstandingBlocks(), before);
 }
 

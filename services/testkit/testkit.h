@@ -5,6 +5,7 @@
 #include "countingmemorymgr.h"
 #include "logcapture.h"
 #include "memoryfiles.h"
+#include "probewidget.h"
 #include "recordinggfx.h"
 #include "recordingplatform.h"
 #include "recordingsound.h"
