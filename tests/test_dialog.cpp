@@ -9,8 +9,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 // The names of `widgets` that have input focus, now and after each of `tabs` tab keys sent to `d`.
 template <class List> std::string tabOrder(uiDialog* d, const List& widgets, int tabs) {
     std::string names;
@@ -24,29 +22,18 @@ template <class List> std::string tabOrder(uiDialog* d, const List& widgets, int
     return names;
 }
 
-// Records "<what> <widget's name>" in the Names at `calls`.
-bool note(uiWidget* w, void* calls, const std::string& what) {
-    static_cast<Names*>(calls)->push_back(what + " " + w->name);
-    return true;
-}
-
 class DialogTest : public ::testing::Test {
 protected:
     testkit::Services svc;
     std::unique_ptr<uiSubsystem> ui{new uiSubsystem()};
     std::unique_ptr<uiDialog> dialog{static_cast<uiDialog*>(uiWidget::allocWidget("dlg", "uiDialog"))};
-    Names calls;
+    testkit::CallbackLog calls;
 
-    // An input handler in the dialog at (x, y) of size 20 x 10, reporting mouse-downs and key-downs.
+    // An input handler in the dialog at (x, y) of size 20 x 10, its callbacks recorded.
     uiWidget* handler(const char* name, int x, int y) {
         uiWidget* w = uiWidget::allocWidget(name, "uiInputHandler");
         w->rect = {x, y, x + 20, y + 10};
-        _WidgetMap_s map{};
-        map.mouseDownCb = [](uiWidget* t, void* c, int, int) { return note(t, c, "down"); };
-        map.keyDownCb = [](uiWidget* t, void* c, int key) {
-            return note(t, c, "key " + std::to_string(key));
-        };
-        w->assignCallbacks(&map, &calls);
+        calls.install(w);
         dialog->addChild(w, false);
         w->setWidgetStates(true, true, true, true);
         return w;
@@ -72,17 +59,18 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     ui->popInputFocusWidget();
     EXPECT_EQ(ui->getInputFocusWidget(), nullptr);
 
-    dialog->dlgHideCb([](uiWidget* w, void* c) { note(w, c, "hide"); }, &calls);
+    auto hidden = [](uiWidget* w, void* log) { static_cast<std::string*>(log)->append(w->name); };
+    dialog->dlgHideCb(hidden, &calls.seen);
     dialog->exit();
     EXPECT_EQ(dialog->getState(), 0);
     EXPECT_FALSE(dialog->setActive());
     EXPECT_FALSE(child->setActive());
     EXPECT_TRUE(dialog->getVisible()); // the render of its tree decides what disappears
     EXPECT_TRUE(nested->setActive());  // dialogs keep their own states
-    EXPECT_EQ(calls, Names{"hide dlg"});
+    EXPECT_EQ(calls.seen, "dlg");
     dialog->dlgHideCb(nullptr, nullptr);
     dialog->hide();
-    EXPECT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls.seen, "dlg");
 
     // Reset restarts every particle system below the dialog, children newest first.
     auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
@@ -104,11 +92,11 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
     for (uiWidget* w : abc)
         dialog->addTabEntry(w);
     EXPECT_EQ(tabOrder(dialog.get(), abc, 3), "abca");
-    EXPECT_TRUE(calls.empty()); // the tab never reaches the entries
+    EXPECT_EQ(calls.seen, ""); // the tab never reaches the entries
     // Other keys go on to the focused entry; a tab already handled is not the dialog's.
     key(13);
     EXPECT_TRUE(dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, true));
-    EXPECT_EQ(calls, (Names{"key 13 a", "key 9 a"}));
+    EXPECT_EQ(calls.seen, "a over 0,0; a key 13; a over 0,0; a key 9; ");
     // Reset gives the focus back to the current entry only.
     key(9);
     dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
@@ -117,13 +105,13 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
 
     // A click on another visible entry moves the focus there and ends; on the current one it falls
     // through; a hidden entry takes nothing. Entries are tested in their parent's space.
-    calls.clear();
+    calls.seen.clear();
     abc[2]->setVisible(false, true);
     EXPECT_TRUE(click(5, 5));
     click(5, 45);
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "a");
     EXPECT_TRUE(click(5, 5));
-    EXPECT_EQ(calls, Names{"down a"});
+    EXPECT_EQ(calls.seen, "a over 5,5; a down 5,5; ");
     dialog->rect = {100, 50, 300, 200};
     EXPECT_TRUE(click(105, 75));
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");

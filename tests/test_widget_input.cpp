@@ -8,39 +8,17 @@ namespace {
 
 using testkit::ProbeWidget, testkit::probe;
 
-struct Calls {
-    std::string seen;
-    bool result = true;
-};
-
-bool note(uiWidget* w, void* c, const std::string& what) {
-    static_cast<Calls*>(c)->seen += std::string(w->name) + " " + what + "; ";
-    return static_cast<Calls*>(c)->result;
-}
-
-_WidgetMap_s allCallbacks() {
-    return {nullptr,
-            [](uiWidget* w, void* c, int x, int y) {
-                return note(w, c, "over " + std::to_string(x) + "," + std::to_string(y));
-            },
-            [](uiWidget* w, void* c, int, int) { return note(w, c, "down"); },
-            [](uiWidget* w, void* c, int, int) { return note(w, c, "up"); },
-            [](uiWidget* w, void* c, int, int) { return note(w, c, "move"); },
-            [](uiWidget* w, void* c, int key) { return note(w, c, "key " + std::to_string(key)); },
-            [](uiWidget* w, void* c, int key) { return note(w, c, "keyup " + std::to_string(key)); }};
-}
-
 class WidgetInput : public ::testing::Test {
 protected:
     testkit::Services svc;
     testkit::Journal journal;
-    Calls calls;
+    testkit::CallbackLog calls;
 };
 
 TEST_F(WidgetInput, CallbacksFollowTheEventKindAndTheBoundsOnlyInInputHandlers) {
     uiWidget* plain = uiWidget::allocWidget("plain", "uiNonVisualWidget");
     uiWidget* w = uiWidget::allocWidget("w", "uiInputHandler");
-    _WidgetMap_s map = allCallbacks();
+    _WidgetMap_s map = testkit::CallbackLog::map();
     for (uiWidget* widget : {plain, w}) {
         widget->rect = {10, 10, 20, 20};
         widget->setWidgetStates(true, true, true, false);
@@ -59,11 +37,9 @@ TEST_F(WidgetInput, CallbacksFollowTheEventKindAndTheBoundsOnlyInInputHandlers) 
         results += w->inputEvent(kind, x, 13, kind == UIE_KEY_DOWN ? 65 : 66, held, false) ? "1" : "0";
     // A held button is no press, keys need no point inside, move is never called here, (20, 13) is outside.
     EXPECT_EQ(results, "1011100");
-    EXPECT_EQ(calls.seen, "w over 12,13; w down; w over 12,13; w over 12,13; w up; w key 65; w keyup 66; "
-                          "w over 15,13; ");
-    calls.seen.clear();
     w->inputEvent(UIE_MOUSE_DOWN, 12, 13, 0, false, true); // already handled: no callback
-    EXPECT_EQ(calls.seen, "");
+    EXPECT_EQ(calls.seen, "w over 12,13; w down 12,13; w over 12,13; w over 12,13; w up 12,13; w key 65; "
+                          "w keyup 66; w over 15,13; ");
     delete plain;
     delete w;
 }
@@ -88,8 +64,7 @@ TEST_F(WidgetInput, TheFirstReceiverThatTakesTheEventEndsTheWalk) {
     b->consume = true;
     EXPECT_EQ(walk(), "root:input 150,160 b:input 150,160 taken");
     // A widget's mouse-down callback that returns true keeps the event from its children.
-    _WidgetMap_s map = allCallbacks();
-    root->assignCallbacks(&map, &calls);
+    calls.install(root);
     EXPECT_EQ(walk(), "root:input 150,160 taken");
     // Without focus the handled flag comes back unchanged.
     root->setInputFocus(false, false);

@@ -1,5 +1,5 @@
-// The test kit: recording and scriptable doubles of every service the library calls, and Services,
-// which installs them all for a scope.
+// The test kit: recording and scriptable doubles of every service the library calls, Services, which
+// installs them all for a scope, and recorders of what widgets do.
 #pragma once
 #include "callbacklog.h"
 #include "countingmemorymgr.h"
