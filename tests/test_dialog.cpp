@@ -1,7 +1,6 @@
 // uiDialog on its own: states and activation, the hide callback, the particle systems its reset restarts,
 // tab entries and the tab and click focus movement.
 #include <gtest/gtest.h>
-#include <array>
 #include <memory>
 #include "gameui.h"
 #include "screen.h"
@@ -9,18 +8,7 @@
 
 namespace {
 
-// The names of `widgets` that have input focus, now and after each of `tabs` tab keys sent to `d`.
-template <class List> std::string tabOrder(uiDialog* d, const List& widgets, int tabs) {
-    std::string names;
-    for (int i = 0; i <= tabs; ++i) {
-        if (i > 0) {
-            EXPECT_TRUE(d->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, false)) << "tab " << i;
-        }
-        for (uiWidget* w : widgets)
-            if (w->getInputFocus()) names += w->name;
-    }
-    return names;
-}
+using testkit::tabOrder;
 
 class DialogTest : public ::testing::Test {
 protected:
@@ -50,7 +38,6 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     uiDialog* nested = static_cast<uiDialog*>(uiWidget::allocWidget("nested", "uiDialog"));
     nested->idle();
     dialog->addChild(nested, false);
-
     dialog->idle();
     EXPECT_EQ(dialog->getState() * 10 + dialog->getLastState(), 11);
     EXPECT_EQ(dialog->getWidgetFlags() & 7u, 7u);
@@ -58,7 +45,6 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     EXPECT_EQ(ui->getInputFocusWidget(), dialog.get()); // replaced, not pushed
     ui->popInputFocusWidget();
     EXPECT_EQ(ui->getInputFocusWidget(), nullptr);
-
     auto hidden = [](uiWidget* w, void* log) { static_cast<std::string*>(log)->append(w->name); };
     dialog->dlgHideCb(hidden, &calls.seen);
     dialog->exit();
@@ -71,7 +57,6 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     dialog->dlgHideCb(nullptr, nullptr);
     dialog->hide();
     EXPECT_EQ(calls.seen, "dlg");
-
     // Reset restarts every particle system below the dialog, children newest first.
     auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
     auto* smoke = static_cast<uiParticleSystem*>(uiWidget::allocWidget("smoke", "uiParticleSystem"));
@@ -87,7 +72,7 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
 }
 
 TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
-    const std::array<uiWidget*, 3> abc = {handler("a", 0, 0), handler("b", 0, 20), handler("c", 0, 40)};
+    const std::vector<uiWidget*> abc = {handler("a", 0, 0), handler("b", 0, 20), handler("c", 0, 40)};
     dialog->setWidgetStates(true, true, true, false);
     for (uiWidget* w : abc)
         dialog->addTabEntry(w);
@@ -102,7 +87,6 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
     dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
     dialog->reset();
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
-
     // A click on another visible entry moves the focus there and ends; on the current one it falls
     // through; a hidden entry takes nothing. Entries are tested in their parent's space.
     calls.seen.clear();
@@ -115,9 +99,8 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
     dialog->rect = {100, 50, 300, 200};
     EXPECT_TRUE(click(105, 75));
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
-
     // Taken out: the current entry goes and the first remaining one becomes current; all at once.
-    const std::array<uiWidget*, 2> ac = {abc[0], abc[2]}; // b keeps the focus it had
+    const std::vector<uiWidget*> ac = {abc[0], abc[2]}; // b keeps the focus it had
     dialog->removeTabEntries(abc[1]);
     dialog->resetTabFocus();
     EXPECT_EQ(tabOrder(dialog.get(), ac, 2), "aca");
@@ -144,7 +127,7 @@ TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
     options->idle();
     EXPECT_EQ(ui->getInputFocusWidget(), game.get()); // left alone
     options->resetTabFocus();
-    const std::array<uiWidget*, 2> entries = {screen.find("music"), screen.find("sound")};
+    const std::vector<uiWidget*> entries = {screen.find("music"), screen.find("sound")};
     EXPECT_EQ(tabOrder(options, entries, 2), "soundmusicsound");
 }
 
@@ -168,12 +151,11 @@ TEST_F(DialogTest, EntriesWithoutMemoryLeaveTheTabOrder) {
             ++dropped;
             dlg->setWidgetStates(true, true, true, false);
             dlg->resetTabFocus();
-            EXPECT_EQ(tabOrder(dlg, std::array<uiWidget*, 1>{name}, 2), "namenamename") << "allocation " << n;
+            EXPECT_EQ(tabOrder(dlg, {name}, 2), "namenamename") << "allocation " << n;
         }
         if (!failed) break;
     }
     EXPECT_GE(dropped, 1);
-
     uiWidget* a = handler("a", 0, 0);
     svc.log.clear();
     svc.memory.failAt(0);

@@ -26,14 +26,12 @@ TEST_F(WidgetInput, CallbacksFollowTheEventKindAndTheBoundsOnlyInInputHandlers) 
     }
     EXPECT_FALSE(plain->inputEvent(UIE_MOUSE_DOWN, 12, 13, 0, false, false)); // never calls callbacks
     EXPECT_EQ(w->mouseUpCb, map.mouseUpCb); // the table's release entry goes to the release field
+    const std::tuple<e_uiEvent, int, bool> events[] = {
+        {UIE_MOUSE_DOWN, 12, false}, {UIE_MOUSE_DOWN, 12, true}, {UIE_MOUSE_UP, 12, true},
+        {UIE_KEY_DOWN, 500, false},  {UIE_KEY_UP, 500, false},   {UIE_MOUSE_MOVE, 15, false},
+        {UIE_MOUSE_DOWN, 20, false}};
     std::string results;
-    for (auto [kind, x, held] : {std::tuple{UIE_MOUSE_DOWN, 12, false},
-                                 {UIE_MOUSE_DOWN, 12, true},
-                                 {UIE_MOUSE_UP, 12, true},
-                                 {UIE_KEY_DOWN, 500, false},
-                                 {UIE_KEY_UP, 500, false},
-                                 {UIE_MOUSE_MOVE, 15, false},
-                                 {UIE_MOUSE_DOWN, 20, false}})
+    for (auto [kind, x, held] : events)
         results += w->inputEvent(kind, x, 13, kind == UIE_KEY_DOWN ? 65 : 66, held, false) ? "1" : "0";
     // A held button is no press, keys need no point inside, move is never called here, (20, 13) is outside.
     EXPECT_EQ(results, "1011100");
@@ -148,19 +146,18 @@ TEST_F(WidgetInput, GlobalListsDeliverAlongEveryPathAndNestedEventsStartAfresh) 
 TEST_F(WidgetInput, PannedSoundsFollowTheWidgetsPlaceOnScreen) {
     ProbeWidget* parent = probe("parent", {0, 0, 200, 100});
     ProbeWidget* w = probe("w", {350, 0, 450, 10}, parent);
-    const struct {
-        int x, flags, width;
-        float pan;
-    } cases[] = {{350, 0, 0, 0.0f},
-                 {350, WP_RIGHT, 0, 0.1125f}, // 450 / 800 * 1.8 - 0.9
-                 {350, WP_POS | WP_WIDTH, 1000, 0.9f},
-                 {350, WP_LEFT | WP_PARENT, 0, 0.9f}, // 350 / 200: limited
-                 {0, WP_LEFT, 0, -0.9f},
-                 {0, WP_WIDTH, 0, 0.0f}}; // zero range: centred
-    for (const auto& c : cases) {
-        w->rect.x = c.x;
-        ASSERT_NE(w->_playWithPan("click", c.flags, 1.5f, c.width), nullptr);
-        EXPECT_NEAR(svc.sound.plays.back().pan, c.pan, 1e-6) << c.flags;
+    // Right edge: 450 / 800 * 1.8 - 0.9; 1000 of a width of 1000; 350 of the parent's 200, limited; a
+    // zero range is centred.
+    const std::tuple<int, unsigned, int, float> cases[] = {{350, 0, 0, 0.0f},
+                                                           {350, WP_RIGHT, 0, 0.1125f},
+                                                           {350, WP_POS | WP_WIDTH, 1000, 0.9f},
+                                                           {350, WP_LEFT | WP_PARENT, 0, 0.9f},
+                                                           {0, WP_LEFT, 0, -0.9f},
+                                                           {0, WP_WIDTH, 0, 0.0f}};
+    for (auto [x, mode, width, pan] : cases) {
+        w->rect.x = x;
+        ASSERT_NE(w->_playWithPan("click", mode, 1.5f, width), nullptr);
+        EXPECT_NEAR(svc.sound.plays.back().pan, pan, 1e-6) << mode;
     }
     EXPECT_EQ(svc.sound.plays[0].name, "click");
     EXPECT_FLOAT_EQ(svc.sound.plays[0].freq, 1.5f);

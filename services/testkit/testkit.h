@@ -3,6 +3,7 @@
 #pragma once
 #include "callbacklog.h"
 #include "countingmemorymgr.h"
+#include "focus.h"
 #include "logcapture.h"
 #include "memoryfiles.h"
 #include "probewidget.h"
