@@ -1,5 +1,5 @@
-// Animated dialogs and widgets loaded from descriptions and driven through the subsystem: entering and
-// exiting frame by frame, masks, sub-animations, sounds and the description's messages.
+// Animated dialogs and widgets from descriptions: entering and exiting frame by frame, masks, sounds,
+// messages.
 #include <gtest/gtest.h>
 #include <memory>
 #include "gameui.h"
@@ -12,8 +12,7 @@ namespace {
 using Ints = std::vector<int>;
 using Log = std::vector<std::string>;
 
-// Enters or exits an animated widget. Its class is not exported: UBSan's check of dynamic types, which
-// needs its type information, is left out here.
+// Enters or exits an animated widget; its class is not exported, so UBSan's dynamic type check is off here.
 __attribute__((no_sanitize("vptr"))) void play(uiWidget* w, bool in) {
     in ? static_cast<uiAnimWidget*>(w)->enter() : static_cast<uiAnimWidget*>(w)->exit();
 }
@@ -113,8 +112,7 @@ TEST_F(AnimDialogTest, HiddenRecordsDelayAndRecordsWithoutStyleActAtOnce) {
     EXPECT_TRUE(svc.sound.played.empty());
 }
 
-// An icon fades from 0 to 200 while sliding from (0, 0) to (100, 0); mask alphas stay within 0 to 255 and
-// a record of time 0 completes in its first update.
+// An icon fades in while sliding; mask alphas stay within 0..255; a record of time 0 ends in one update.
 TEST_F(AnimDialogTest, FadesAndMasksStayInRange) {
     testkit::Screen screen(svc, "intro = uiAnimDialog\n{\n child icon = uiVisualWidget\n {\n  sprite = icon\n"
                                 "  flags = WF_ACTIVE | WF_VISIBLE\n }\n AnimIn style = Trivial\n"
@@ -184,8 +182,7 @@ TEST_F(AnimDialogTest, DescriptionMistakesAreReportedAndMaskSpritesGivenBack) {
     EXPECT_EQ(svc.gfx.overReleases(), 0);
 }
 
-// An animated widget draws only the mask of its current record, never its sprite. Not yet entered, it is
-// idle with its in record finished; entering and exiting play sounds; its masks go back with it.
+// An animated widget draws only its record's mask; not yet entered, it is idle with its in record done.
 TEST_F(AnimDialogTest, AnimatedWidgetsShowTheirMasksOnlyAndPlayTheirSounds) {
     svc.gfx.defineSprite("logo", 30, 10);
     {

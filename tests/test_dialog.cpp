@@ -1,5 +1,4 @@
-// uiDialog on its own: states and activation, the hide callback, the particle systems its reset restarts,
-// tab entries and the tab and click focus movement.
+// uiDialog: states, the hide callback, restarting particle systems, tab entries and tab and click focus.
 #include <gtest/gtest.h>
 #include <memory>
 #include "gameui.h"
@@ -87,8 +86,7 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
     dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
     dialog->reset();
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
-    // A click on another visible entry moves the focus there and ends; on the current one it falls
-    // through; a hidden entry takes nothing. Entries are tested in their parent's space.
+    // A click on another visible entry (in the parent's space) takes the focus and ends; others fall through.
     calls.seen.clear();
     abc[2]->setVisible(false, true);
     EXPECT_TRUE(click(5, 5));
@@ -131,8 +129,8 @@ TEST_F(DialogTest, DescriptionNamesTabEntriesAndFocusTaking) {
     EXPECT_EQ(tabOrder(options, entries, 2), "soundmusicsound");
 }
 
-// A child that cannot be attached (no memory for its list node) is deleted, and its entries, its own and
-// those below it, leave the tab order with it; a tab entry without memory is reported and left out.
+// A child that could not be attached leaves the tab order with its subtree; an entry without memory is
+// logged.
 TEST_F(DialogTest, EntriesWithoutMemoryLeaveTheTabOrder) {
     const char* const form =
         "form = uiDialog\n{\n child name = uiInputHandler\n {\n  width = 20\n  height = 10\n"

@@ -1,5 +1,4 @@
-// The subsystem's queued dialog stack: what each command does to the stack, the dialogs and the input
-// focus stack, when commands wait, and that nothing stalls or is left hidden too late.
+// The queued dialog stack: each command's effect on the stack, the dialogs and the focus stack; waiting.
 #include <gtest/gtest.h>
 #include <memory>
 #include "gameui.h"
@@ -119,8 +118,7 @@ TEST_F(DialogStackTest, PopsAndClearsOfPlainDialogs) {
     EXPECT_EQ(svc.log.count(), 0);
 }
 
-// Animated dialogs without out animation exit at once, so several transition pops complete in one frame;
-// each is hidden at the start of the next frame, or first thing when pushed again before that.
+// Animated dialogs without out animation exit at once; each is hidden at the start of the next frame.
 TEST_F(DialogStackTest, AnimatedDialogsAreHiddenTheFrameAfterTheirExit) {
     uiDialog* a1 = dialog("a1", "uiAnimDialog");
     uiDialog* a2 = dialog("a2", "uiAnimDialog");
