@@ -16,12 +16,11 @@ protected:
     void SetUp() override {
         ui->initialize(nullptr);
         root->setWidgetStates(true, true, true, true);
-        ProbeWidget::journal = &journal;
+        journal.lines.clear(); // records from here on
     }
     void TearDown() override { // the subsystem's destruction alone frees what it holds
         delete root;
         delete ui;
-        ProbeWidget::journal = nullptr;
         EXPECT_EQ(g_ui, nullptr);
         EXPECT_EQ(svc.memory.outstandingBlocks(), 0) << svc.memory.report();
     }
