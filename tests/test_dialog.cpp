@@ -8,6 +8,7 @@
 namespace {
 
 using testkit::tabOrder;
+using Lines = std::vector<std::string>;
 
 class DialogTest : public ::testing::Test {
 protected:
@@ -20,7 +21,7 @@ protected:
     uiWidget* handler(const char* name, int x, int y) {
         uiWidget* w = uiWidget::allocWidget(name, "uiInputHandler");
         w->rect = {x, y, x + 20, y + 10};
-        calls.install(w);
+        calls.watch(w);
         dialog->addChild(w, false);
         w->setWidgetStates(true, true, true, true);
         return w;
@@ -44,18 +45,20 @@ TEST_F(DialogTest, IdleShowsTheSubtreeAndTakesTheFocusEntryHideDeactivatesAndCal
     EXPECT_EQ(ui->getInputFocusWidget(), dialog.get()); // replaced, not pushed
     ui->popInputFocusWidget();
     EXPECT_EQ(ui->getInputFocusWidget(), nullptr);
-    auto hidden = [](uiWidget* w, void* log) { static_cast<std::string*>(log)->append(w->name); };
-    dialog->dlgHideCb(hidden, &calls.seen);
+    auto hidden = [](uiWidget* w, void* log) {
+        static_cast<Lines*>(log)->push_back(std::string("hide ") + w->name);
+    };
+    dialog->dlgHideCb(hidden, &calls.events);
     dialog->exit();
     EXPECT_EQ(dialog->getState(), 0);
     EXPECT_FALSE(dialog->setActive());
     EXPECT_FALSE(child->setActive());
     EXPECT_TRUE(dialog->getVisible()); // the render of its tree decides what disappears
     EXPECT_TRUE(nested->setActive());  // dialogs keep their own states
-    EXPECT_EQ(calls.seen, "dlg");
+    EXPECT_EQ(calls.events, Lines{"hide dlg"});
     dialog->dlgHideCb(nullptr, nullptr);
     dialog->hide();
-    EXPECT_EQ(calls.seen, "dlg");
+    EXPECT_EQ(calls.events, Lines{"hide dlg"});
     // Reset restarts every particle system below the dialog, children newest first.
     auto* sparks = static_cast<uiParticleSystem*>(uiWidget::allocWidget("sparks", "uiParticleSystem"));
     auto* smoke = static_cast<uiParticleSystem*>(uiWidget::allocWidget("smoke", "uiParticleSystem"));
@@ -76,24 +79,24 @@ TEST_F(DialogTest, TabAndClicksMoveTheFocusAmongTheEntries) {
     for (uiWidget* w : abc)
         dialog->addTabEntry(w);
     EXPECT_EQ(tabOrder(dialog.get(), abc, 3), "abca");
-    EXPECT_EQ(calls.seen, ""); // the tab never reaches the entries
+    EXPECT_TRUE(calls.events.empty()); // the tab never reaches the entries
     // Other keys go on to the focused entry; a tab already handled is not the dialog's.
     key(13);
     EXPECT_TRUE(dialog->inputEvent(UIE_KEY_DOWN, 0, 0, 9, false, true));
-    EXPECT_EQ(calls.seen, "a over 0,0; a key 13; a over 0,0; a key 9; ");
+    EXPECT_EQ(calls.events, (Lines{"over a 0,0", "keydown a 13", "over a 0,0", "keydown a 9"}));
     // Reset gives the focus back to the current entry only.
     key(9);
     dialog->setInputFocus(true, true); // focus everything, as showing the dialog does
     dialog->reset();
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
     // A click on another visible entry (in the parent's space) takes the focus and ends; others fall through.
-    calls.seen.clear();
+    calls.events.clear();
     abc[2]->setVisible(false, true);
     EXPECT_TRUE(click(5, 5));
     click(5, 45);
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "a");
     EXPECT_TRUE(click(5, 5));
-    EXPECT_EQ(calls.seen, "a over 5,5; a down 5,5; ");
+    EXPECT_EQ(calls.events, (Lines{"over a 5,5", "down a 5,5"}));
     dialog->rect = {100, 50, 300, 200};
     EXPECT_TRUE(click(105, 75));
     EXPECT_EQ(tabOrder(dialog.get(), abc, 0), "b");
