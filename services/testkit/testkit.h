@@ -1,5 +1,5 @@
 // The test kit: recording and scriptable doubles of every service the library calls, Services, which
-// installs them all for a scope, and recorders of what widgets do.
+// installs them all for a scope, recorders of what widgets do, and TempDir, a folder of real files.
 #pragma once
 #include "callbacklog.h"
 #include "countingmemorymgr.h"
@@ -12,3 +12,4 @@
 #include "recordingsound.h"
 #include "services.h"
 #include "stage.h"
+#include "tempdir.h"

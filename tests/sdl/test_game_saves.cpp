@@ -1,19 +1,15 @@
 // The example game's saved files: read back as written; a missing or damaged file gives the defaults and
 // one log line (information when missing, a warning when damaged).
 #include <gtest/gtest.h>
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <string>
 #include "highscores.h"
-#include "logcapture.h"
 #include "settings.h"
+#include "testkit.h"
 
 TEST(GameSaves, ReadBackAsWrittenAndBadFilesGiveDefaults) {
     testkit::LogCapture log;
     Logger::setSink(&log);
-    char pattern[] = "/tmp/gameui_saves_XXXXXX";
-    const std::string dir = std::string(mkdtemp(pattern)) + "/";
+    testkit::TempDir tmp;
+    const std::string dir = tmp / "";
     HighScores scores;
     EXPECT_EQ(scores.rankOf(450), 1);
     scores.insert("ADA", 450);
@@ -36,16 +32,15 @@ TEST(GameSaves, ReadBackAsWrittenAndBadFilesGiveDefaults) {
     const struct {
         const char* scores; // null: no file
         int severity;
-    } bad[] = {
-        {nullptr, 0},
-        {"name1 = X\ngarbage\n", 1},
-        {"name1 = X\npoints1 = 5\n", 1},
-        {"name1 = A\npoints1 = 1\nname2 = B\npoints2 = 9\nname3 = C\npoints3 = 0\nname4 = D\npoints4 = 0\n"
-         "name5 = E\npoints5 = 0\n",
-         1}};
+    } bad[] = {{nullptr, 0},
+               {"name1 = X\ngarbage\n", 1},
+               {"name1 = X\npoints1 = 5\n", 1},
+               {"name1 = A\npoints1 = 1\nname2 = B\npoints2 = 9\nname3 = C\npoints3 = 0\nname4 = D\n"
+                "points4 = 0\nname5 = E\npoints5 = 0\n",
+                1}};
     for (const auto& file : bad) {
-        std::remove((dir + "scores.txt").c_str());
-        if (file.scores) std::ofstream(dir + "scores.txt") << file.scores;
+        std::filesystem::remove(tmp / "scores.txt");
+        if (file.scores) tmp.write("scores.txt", file.scores);
         log.clear();
         HighScores loaded;
         loaded.load(dir);
@@ -53,10 +48,9 @@ TEST(GameSaves, ReadBackAsWrittenAndBadFilesGiveDefaults) {
         ASSERT_EQ(log.count(), 1) << log.dump();
         EXPECT_EQ(log.entries()[0].severity, file.severity);
     }
-    std::ofstream(dir + "options.txt") << "music\n";
+    tmp.write("options.txt", "music\n");
     back.load(dir);
     EXPECT_TRUE(back.language == 0 && back.stars[2] == 0);
     EXPECT_EQ(log.count(), 2) << log.dump(); // the warning of the options file too
     Logger::setSink(nullptr);
-    std::system(("rm -rf " + dir).c_str());
 }

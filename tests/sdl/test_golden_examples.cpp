@@ -1,12 +1,15 @@
-// Golden images: the example sessions rendered off screen match the committed reference frames.
+// The examples: their sessions rendered off screen match the committed reference frames (golden images),
+// and together their screens show every built-in widget type.
 #include <SDL_image.h>
 #include <gtest/gtest.h>
-#include <cstdlib>
-#include <dirent.h>
 #include <fstream>
+#include <set>
 #include <sstream>
-#include <string>
-#include <vector>
+#include "sdlgfx.h"
+#include "testkit.h"
+#include "uisubsystem.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -14,18 +17,6 @@ namespace {
 constexpr int kChannelTolerance = 8;
 // ... and this share of pixels may differ by more.
 constexpr double kPixelShare = 0.002;
-
-std::vector<std::string> goldenFrames(const std::string& dir) {
-    std::vector<std::string> names;
-    if (DIR* d = opendir(dir.c_str())) {
-        while (dirent* e = readdir(d)) {
-            const std::string name = e->d_name;
-            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".png") == 0) names.push_back(name);
-        }
-        closedir(d);
-    }
-    return names;
-}
 
 // Share of pixels differing by more than the tolerance; 1 when the pictures cannot be compared.
 double differingShare(const std::string& a, const std::string& b) {
@@ -40,11 +31,9 @@ double differingShare(const std::string& a, const std::string& b) {
             const auto* ra = static_cast<const Uint8*>(ca->pixels) + y * ca->pitch;
             const auto* rb = static_cast<const Uint8*>(cb->pixels) + y * cb->pitch;
             for (int x = 0; x < ca->w * 4; x += 4)
-                for (int c = 0; c < 3; ++c)
-                    if (std::abs(ra[x + c] - rb[x + c]) > kChannelTolerance) {
-                        ++differing;
-                        break;
-                    }
+                differing += std::abs(ra[x] - rb[x]) > kChannelTolerance ||
+                             std::abs(ra[x + 1] - rb[x + 1]) > kChannelTolerance ||
+                             std::abs(ra[x + 2] - rb[x + 2]) > kChannelTolerance;
         }
         share = static_cast<double>(differing) / (static_cast<double>(ca->w) * ca->h);
     }
@@ -53,48 +42,45 @@ double differingShare(const std::string& a, const std::string& b) {
     return share;
 }
 
+// The file's text, trailing blanks and newlines cut.
 std::string readAll(const std::string& path) {
-    std::ifstream in(path);
     std::stringstream text;
-    text << in.rdbuf();
+    text << std::ifstream(path).rdbuf();
     std::string s = text.str();
-    while (!s.empty() && (s.back() == '\n' || s.back() == ' '))
-        s.pop_back();
-    return s;
+    return s.substr(0, s.find_last_not_of(" \n") + 1);
 }
 
-// Runs a session into a fresh folder and compares every golden frame of tests/golden/<name> with it. The
-// session must run clean: a missing sound, sprite or font is logged as a warning.
-void expectSessionMatches(const std::string& name, const std::string& command) {
-    const std::string root = GAMEUI_SOURCE_DIR;
-    char pattern[] = "/tmp/gameui_golden_XXXXXX"; // a directory of its own: test runs may overlap
-    ASSERT_NE(mkdtemp(pattern), nullptr);
-    const std::string out = pattern;
-    const std::vector<std::string> frames = goldenFrames(root + "/tests/golden/" + name);
-    ASSERT_FALSE(frames.empty());
-    std::string cmd = command;
+// Runs a session (its frames written to @OUT@) from the project's folder, and compares every golden frame
+// of tests/golden/<name> with the session's. The session must run clean: a missing sound, sprite or font
+// is logged as a warning.
+void expectSessionMatches(const std::string& name, std::string cmd) {
+    const std::string golden = GAMEUI_SOURCE_DIR "/tests/golden/" + name;
+    testkit::TempDir out;
     for (size_t at; (at = cmd.find("@OUT@")) != std::string::npos;)
-        cmd.replace(at, 5, out);
-    cmd = "cd " + root + " && SDL_AUDIODRIVER=dummy " + cmd + " >/dev/null 2>" + out + "/log.txt";
+        cmd.replace(at, 5, out.path().string());
+    cmd = "cd " GAMEUI_SOURCE_DIR " && SDL_AUDIODRIVER=dummy " + cmd + " >/dev/null 2>" + (out / "log.txt");
     ASSERT_EQ(std::system(cmd.c_str()), 0) << cmd;
-    std::istringstream log(readAll(out + "/log.txt"));
+    std::istringstream log(readAll(out / "log.txt"));
     for (std::string line; std::getline(log, line);)
         EXPECT_TRUE(line.rfind("warning: ", 0) != 0 && line.rfind("error: ", 0) != 0) << name << ": " << line;
-    for (const std::string& frame : frames)
-        EXPECT_LE(differingShare(root + "/tests/golden/" + name + "/" + frame, out + "/" + frame),
-                  kPixelShare)
-            << name << "/" << frame << " differs from its reference (new frame in " << out << ")";
-    if (!::testing::Test::HasFailure()) std::system(("rm -rf " + out).c_str());
+    int frames = 0;
+    for (const fs::directory_entry& e : fs::directory_iterator(golden)) {
+        const std::string frame = e.path().filename().string();
+        if (e.path().extension() != ".png") continue;
+        ++frames;
+        EXPECT_LE(differingShare(e.path().string(), out / frame), kPixelShare)
+            << name << "/" << frame << " differs from its reference (new frame in " << out.path() << ")";
+    }
+    EXPECT_GT(frames, 0) << golden;
+    if (::testing::Test::HasFailure()) out.keep();
 }
-
-} // namespace
 
 class GoldenExample : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(GoldenExample, SessionFramesMatchTheReferences) {
     const std::string name = GetParam();
-    expectSessionMatches(name, std::string(UIVIEW_PATH) + " examples/" + name + ".ui " +
-                                   readAll(std::string(GAMEUI_SOURCE_DIR) + "/examples/" + name + ".args") +
+    expectSessionMatches(name, UIVIEW_PATH " examples/" + name + ".ui " +
+                                   readAll(GAMEUI_SOURCE_DIR "/examples/" + name + ".args") +
                                    " --script examples/" + name + ".script --png @OUT@/frame%03d.png");
 }
 
@@ -103,8 +89,41 @@ INSTANTIATE_TEST_SUITE_P(Examples, GoldenExample,
 
 // The game's session, its saved files in the session's folder so that it starts from the defaults.
 TEST(GoldenGame, SessionFramesMatchTheReferences) {
-    expectSessionMatches("game", std::string(STARCATCHER_PATH) + " " +
-                                     readAll(std::string(GAMEUI_SOURCE_DIR) + "/examples/game/demo.args") +
+    expectSessionMatches("game", STARCATCHER_PATH " " +
+                                     readAll(GAMEUI_SOURCE_DIR "/examples/game/demo.args") +
                                      " --prefs @OUT@/prefs --script examples/game/demo.script"
                                      " --png @OUT@/frame%04d.png");
 }
+
+void collectTypes(uiWidget* w, std::set<std::string>& types) {
+    types.insert(w->getType());
+    for (const _WidgetList_s* node = w->getChildren(); node; node = node->next)
+        collectTypes(node->widget, types);
+}
+
+TEST(ExampleScreens, TogetherUseEveryBuiltInWidgetType) {
+    const fs::path home = fs::current_path();
+    fs::current_path(GAMEUI_SOURCE_DIR "/examples"); // descriptions name their files from here
+    SdlGfx gfx(".", 800, 600);
+    g_gfx = &gfx;
+    uiSubsystem ui;
+    std::set<std::string> types;
+    for (const fs::directory_entry& e : fs::directory_iterator(".")) {
+        if (e.path().extension() != ".ui") continue;
+        uiWidget* root = ui.loadUI(e.path().filename().string().c_str());
+        EXPECT_NE(root, nullptr) << e.path();
+        if (root) collectTypes(root, types);
+        delete root;
+    }
+    for (const char* type :
+         {"uiNonVisualWidget", "uiInputHandler", "uiVisualWidget", "uiButton", "uiToggleButton", "uiSprite",
+          "uiTextWidget", "uiEntryWidget", "uiRadioButton", "uiRadioGroup", "uiSliderButton", "uiProgressBar",
+          "uiParticleSystem", "uiDigitalBanner", "uiDialog", "uiAnimDialog", "uiFlowLayout",
+          "uiGameContainer", "uiAnimWidget"})
+        EXPECT_EQ(types.count(type), 1u) << "no example screen has a " << type;
+    ui.shutdown();
+    g_gfx = nullptr;
+    fs::current_path(home);
+}
+
+} // namespace
