@@ -54,8 +54,8 @@ int main() {
     testkit::Services svc;
     svc.gfx.defineSprite("radar", 100, 100);
     svc.files.add("screens/hud.txt", kScreen);
-    check(g_gfx == &svc.gfx && g_sound == &svc.sound && g_MemoryPtr == &svc.memory, "service globals");
-    check(g_stringTblPtr == nullptr, "no string table until the game sets one");
+    check(g_gfx == &svc.gfx && g_sound == &svc.sound && g_MemoryPtr == &svc.memory && !g_stringTblPtr,
+          "service globals");
 
     uiSubsystem* ui = new uiSubsystem();
     check(ui && g_ui == ui, "the subsystem publishes itself in g_ui");
@@ -63,16 +63,13 @@ int main() {
     uiSubsystem::s_registerWidget("Radar", &Radar::s_allocator);
 
     uiWidget* hud = ui->loadUI("screens/hud.txt");
-    check(hud != nullptr, "the description loads");
-    if (!hud) {
-        std::printf("%s", svc.log.dump().c_str());
+    uiWidget* found = hud ? hud->getChildWidget("radar", 0, true) : nullptr;
+    if (!found || !found->isType("Radar")) {
+        std::printf("consumer: FAILED: the description made no Radar\n%s", svc.log.dump().c_str());
         return 1;
     }
     ui->setTopLevelWidget(hud);
-    uiWidget* found = hud->getChildWidget("radar", 0, true);
-    Radar* radar = found && found->isType("Radar") ? static_cast<Radar*>(found) : nullptr;
-    check(radar != nullptr, "the description made a Radar");
-    if (!radar) return 1;
+    Radar* radar = static_cast<Radar*>(found);
     check(std::strcmp(radar->getType(), "Radar") == 0 && radar->isType("uiVisualWidget"), "type identity");
     check(radar->range == 250, "the game's own key reached its widget");
     radar->mouseUpCb = [](uiWidget*, void*, int, int) { return ++clicks > 0; };
