@@ -15,7 +15,7 @@ TEST(UiviewInput, SdlKeysTranslateAndUnreadableScriptLinesAreRefused) {
 
     testkit::TempDir dir;
     std::vector<ScriptEvent> events;
-    for (const char* bad : {"move 10\n", "wait\n", "key\n", "jump 1 2\n"})
+    for (const char* bad : {"move 10\n", "wait\n", "key\n", "char\n", "jump 1 2\n"})
         EXPECT_FALSE(loadScript(dir.write("bad.script", std::string("png\n") + bad), events)) << bad;
     EXPECT_FALSE(loadScript(dir / "none.script", events));
 }

@@ -32,7 +32,7 @@ bool loadScript(const std::string& path, std::vector<ScriptEvent>& events) {
             ok = static_cast<bool>(words >> text);
             for (unsigned char c : text)
                 events.push_back(ScriptEvent{now, ScriptEvent::Char, 0, 0, c});
-            continue;
+            if (ok) continue;
         } else if (verb == "wait") {
             unsigned int ms = 0;
             ok = static_cast<bool>(words >> ms);
