@@ -42,10 +42,7 @@ protected:
     }
     // Animation, frame and alpha of each draw of one frame.
     std::vector<Ints> frame(unsigned int ms = 16) {
-        std::vector<Ints> draws;
-        for (const Ints& b : testkit::renderFrame(svc.gfx, stage.ui(), ms))
-            draws.push_back({b[4], b[5], b[6]});
-        return draws;
+        return testkit::renderLooks(svc.gfx, stage.ui(), ms, {4, 5, 6});
     }
     int drawnAnim() {
         std::vector<Ints> d = frame();
@@ -65,7 +62,6 @@ TEST_F(Button, ClickGoesThroughTheFocusStackAndIsCancelledByLeavingLosingFocusOr
     stage.update(16, 6);
     stage.press(150, 120);
     EXPECT_EQ(stage.ui().getInputFocusWidget(), button);
-    EXPECT_EQ(log.events, Names{"up ok 150,120"});
     stage.release(151, 121);
     EXPECT_EQ(log.events, (Names{"up ok 150,120", "up ok 151,121"}));
     EXPECT_EQ(svc.sound.played, (Names{"highlight", "click", "click"}));
@@ -114,7 +110,6 @@ TEST_F(Button, ClickGoesThroughTheFocusStackAndIsCancelledByLeavingLosingFocusOr
     EXPECT_EQ(log.events.size(), 3u);
     EXPECT_EQ(svc.sound.played, (Names{"highlight", "click"}));
 
-    stage.update(16, 6);
     // Deleted in the middle of a gesture, it takes its focus entry along.
     stage.update(16, 6);
     stage.press(150, 120);

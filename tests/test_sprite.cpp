@@ -22,10 +22,10 @@ protected:
     std::string play(int count, unsigned int ms) {
         std::string out;
         for (int i = 0; i < count; ++i) {
-            const std::vector<std::vector<int>> b = testkit::renderFrame(*gfx, stage.ui(), ms);
+            const auto b = testkit::renderLooks(*gfx, stage.ui(), ms, {4, 5, 6});
             out += (i ? " " : "") + (b.empty() ? "-"
-                                               : std::to_string(b[0][4]) + ":" + std::to_string(b[0][5]) +
-                                                     "@" + std::to_string(b[0][6]));
+                                               : std::to_string(b[0][0]) + ":" + std::to_string(b[0][1]) +
+                                                     "@" + std::to_string(b[0][2]));
         }
         return out;
     }
@@ -95,12 +95,11 @@ TEST(SpriteDescription, StartsTheAnimation) {
                            " animate = TRUE\n clear false\n flags = WF_VISIBLE | WF_ACTIVE\n}\n");
     EXPECT_EQ(svc.log.dump(), "2: ...expected: \"^C00FF00clear = BOOLEAN^c\"\f\n");
     ui.setTopLevelWidget(screen.root());
-    std::string frames;
-    for (int i = 0; i < 8; ++i) {
-        const std::vector<std::vector<int>> blts = testkit::renderFrame(svc.gfx, ui, 60);
-        frames += blts.empty() ? "-" : std::to_string(blts[0][5]);
-    }
-    EXPECT_EQ(frames, "23300112"); // a step every second frame of 60 ms, from frame 2, looping
+    std::vector<std::vector<int>> frames;
+    for (int i = 0; i < 8; ++i)
+        frames.push_back(testkit::renderLooks(svc.gfx, ui, 60, {5}).at(0));
+    // A step every second frame of 60 ms, from frame 2, looping.
+    EXPECT_EQ(frames, (std::vector<std::vector<int>>{{2}, {3}, {3}, {0}, {0}, {1}, {1}, {2}}));
     // Without animate or clear keys a loaded sprite widget draws nothing.
     testkit::Screen still(
         svc, "still = uiSprite\n{\n sprite = torch.spr\n visible = true\n active = true\n}\n", "still.txt");

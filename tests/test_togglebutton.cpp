@@ -29,12 +29,7 @@ protected:
         stage.click(x, x);
     }
     // Sprite, animation and frame of each draw of one frame.
-    Draws frame(unsigned int ms = 0) {
-        Draws draws;
-        for (const std::vector<int>& c : testkit::renderFrame(svc.gfx, stage.ui(), ms))
-            draws.push_back({c[1], c[4], c[5]});
-        return draws;
-    }
+    Draws frame(unsigned int ms = 0) { return testkit::renderLooks(svc.gfx, stage.ui(), ms, {1, 4, 5}); }
 };
 
 TEST_F(ToggleButton, FlipsOnlyWhenTheClickHandlerConsumesTheClick) {

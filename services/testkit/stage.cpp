@@ -28,4 +28,15 @@ std::vector<std::vector<int>> renderFrame(RecordingGfx& gfx, uiSubsystem& ui, un
     return gfx.ints(fn);
 }
 
+std::vector<std::vector<int>> renderLooks(RecordingGfx& gfx, uiSubsystem& ui, unsigned int ms,
+                                          const std::vector<size_t>& columns) {
+    std::vector<std::vector<int>> looks;
+    for (const std::vector<int>& blt : renderFrame(gfx, ui, ms)) {
+        looks.emplace_back();
+        for (size_t c : columns)
+            looks.back().push_back(blt.at(c));
+    }
+    return looks;
+}
+
 } // namespace testkit

@@ -64,5 +64,9 @@ private:
 // frame's `fn` calls, in drawing order.
 std::vector<std::vector<int>> renderFrame(RecordingGfx& gfx, uiSubsystem& ui, unsigned int ms,
                                           const std::string& fn = "blt");
+// One frame as renderFrame draws it, each blt reduced to its int arguments at `columns` (1 the sprite,
+// 2 and 3 the place, 4 the animation, 5 the frame, 6 the alpha): the look each widget was drawn with.
+std::vector<std::vector<int>> renderLooks(RecordingGfx& gfx, uiSubsystem& ui, unsigned int ms,
+                                          const std::vector<size_t>& columns);
 
 } // namespace testkit
