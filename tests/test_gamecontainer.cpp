@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(GameContainer, PausingFreezesTheSubtreeButNotDrawingOrInputAndFadesOnlyOnChange) {
+TEST_F(GameContainer, PausingFreezesTheSubtreeButNotDrawingInputOrFadesFromAbove) {
     uiWidget* hit = stage.add("uiInputHandler", "hit", {100, 100, 200, 200}, game);
     game->setPaused(false); // running already: nothing
     EXPECT_EQ(frame(), "updateParticleSystem 0 0 0 0.016; psemit 0 0 1; ");
@@ -54,9 +54,8 @@ TEST_F(GameContainer, PausingFreezesTheSubtreeButNotDrawingOrInputAndFadesOnlyOn
     EXPECT_EQ(frame(), "updateParticleSystem 0 0 0 0.016; psemit 0 0 1; ");
     EXPECT_EQ(probe->updates, 2);
     EXPECT_EQ(probe->alphas, "0/500 255/500 ");
-}
 
-TEST_F(GameContainer, WhilePausedAnImmediateShowFromAboveDoesNotReachTheChildren) {
+    // While paused an immediate show from above does not reach the children.
     game->setPaused(true);
     probe->alphas.clear();
     stage.root()->setAlpha(255, 0, 0, true);

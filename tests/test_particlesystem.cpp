@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
+TEST_F(ParticleSystem, FollowsItsWidgetDrawsWithItsDepthAndAlphaAndIsReleasedOnTheGamesWord) {
     EXPECT_EQ(svc.gfx.particleOwner(fx->getId()), "sparks");
     EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 1; ");
     // No fade for particles: the alpha applies from the next frame, whatever the time says.
@@ -43,10 +43,9 @@ TEST_F(ParticleSystem, FollowsItsWidgetAndDrawsWithItsDepthAndAlpha) {
     fx->rect = {0, 0, 50, 50};
     fx->mouseDownCb = [](uiWidget*, void*, int, int) { return true; };
     EXPECT_FALSE(fx->inputEvent(UIE_MOUSE_DOWN, 10, 10, 0, false, false));
-    fx->releaseInstance();
-}
+    fx->flags &= ~(UIP_DONTRENDER | WF_IGNORE_ALPHA);
 
-TEST_F(ParticleSystem, RestartStopDeathAndRelease) {
+    // Restart, stop, death and release.
     svc.gfx.clear();
     fx->reset();
     fx->stop();
@@ -54,7 +53,7 @@ TEST_F(ParticleSystem, RestartStopDeathAndRelease) {
     EXPECT_EQ(svc.gfx.ints("particleSystemInstanceStopEmitters"), (std::vector<std::vector<int>>{{0}}));
     // A dead instance is the owner's business: the widget neither asks nor releases, it keeps drawing.
     svc.gfx.setParticleDead(0, true);
-    EXPECT_EQ(frame(), "updateParticleSystem 0 110 120 0.016; psemit 7 0 1; ");
+    EXPECT_EQ(frame(), "updateParticleSystem 0 100 100 0.016; psemit 7 0 0; ");
     // Loading again releases what the widget's name owns before creating the new instance.
     svc.gfx.clear();
     fx->loadPsys("smoke.psi");

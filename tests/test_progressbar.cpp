@@ -165,10 +165,10 @@ TEST(ProgressBarDescription, SetsRangeShownValueAndDrawingMode) {
     testkit::Services svc;
     uiSubsystem ui;
     svc.gfx.defineSprite("meter.spr", 40, 100);
-    testkit::Screen screen(svc, "meter = uiProgressBar\n{\n    sprite = meter.spr\n    min_range = 0\n"
-                                "    max_range = 200\n    value = 150\n    step = 25\n    rate = 100\n"
-                                "    Smooth = true\n    VERTICAL = true\n    invert true\n"
-                                "    flags = WF_VISIBLE | WF_ACTIVE\n}\n");
+    testkit::Screen screen(svc,
+                           "meter = uiProgressBar\n{\n sprite = meter.spr\n min_range = 0\n max_range = 200\n"
+                           " value = 150\n step = 25\n rate = 100\n Smooth = true\n VERTICAL = true\n"
+                           " invert true\n flags = WF_VISIBLE | WF_ACTIVE\n}\n");
     auto* meter = static_cast<uiProgressBar*>(screen.root());
     ASSERT_NE(meter, nullptr);
     EXPECT_EQ(svc.log.dump(), "2: ...expected: \"^C00FF00invert = BOOLEAN^c\"\f\n");
