@@ -108,8 +108,7 @@ TEST_F(MarkupTest, EmptyTooLongAndOutOfMemoryMessagesLeaveNothing) {
     EXPECT_TRUE(banner->isEmpty());
     EXPECT_EQ(svc.log.dump(), rejected("Invalid Syntax ('^p')"));
 
-    // print takes its work buffer, the message record and the piece block, in that order; without the
-    // buffer it silently does nothing, without the others it logs.
+    // print takes its work buffer (silently nothing without), the message record and the piece block.
     for (long long n = 0; n < 4; ++n) {
         svc.log.clear();
         const long long before = svc.memory.outstandingBlocks(9), buffers = svc.memory.outstandingBlocks(0);

@@ -60,8 +60,7 @@ TEST_F(EntryWidget, TypingEditingAndAcceptance) {
     EXPECT_EQ(shown(), "/0");
     EXPECT_EQ(svc.memory.allocations(), before) << "editing allocates nothing";
 
-    // Control characters, backslashes and glyphs the font lacks are refused; Latin-1 small letters become
-    // capitals; the low 16 bits are the character.
+    // Refused: control characters, backslashes, glyphs the font lacks; Latin-1 small letters are capitalised.
     entry->entryWidth = 20;
     svc.gfx.setMissingGlyph("mono", 'Q');
     EXPECT_EQ(type({'\t', '\r', 7, '\\', 0x109, 0, 'q', 0xE9, 0xFF, 0xF7, 0x10000 + 'z', 0x20AC, '~'}),
@@ -138,7 +137,7 @@ TEST_F(EntryWidget, TheCursorBlinksAtTheEndOfTheTextWhileTheFieldHasFocus) {
     EXPECT_EQ(cursor(16), (std::vector<Ints>{{120, 40, 1}}));
 }
 
-TEST_F(EntryWidget, HitTestsUseTheEntryRectangleAndCursorSpritesAreGivenBack) {
+TEST_F(EntryWidget, HitTestsUseTheEntryRectangleAndCopiesAndDestructionGiveCursorsBack) {
     entry->entryRect = {100, 40, 200, 56};
     EXPECT_EQ((Ints{entry->testBounds(199, 55), entry->testBounds(200, 40), entry->testBounds(100, 56)}),
               (Ints{1, 0, 0}));
@@ -146,20 +145,7 @@ TEST_F(EntryWidget, HitTestsUseTheEntryRectangleAndCursorSpritesAreGivenBack) {
 
     EXPECT_TRUE(entry->setCursor("caret"));
     EXPECT_EQ(svc.gfx.liveSprites(), 1) << "the old cursor goes back when a new one is set";
-    svc.gfx.failSprite("none");
-    EXPECT_FALSE(entry->setCursor("none"));
-    EXPECT_EQ(entry->cursor * 10 + svc.gfx.liveSprites(), -10);
-    g_gfx = nullptr; // nor without a graphics service
-    EXPECT_FALSE(entry->setCursor("caret"));
-    g_gfx = &svc.gfx;
-    EXPECT_TRUE(cursor(16).empty());
-    entry->setCursor("caret");
-    entry->detachFromParent();
-    delete entry;
-    EXPECT_EQ(svc.gfx.liveSprites(), 0) << "destroying the field gives its cursor back";
-}
-
-TEST_F(EntryWidget, CopiesShareTheFontTakeACursorOfTheirOwnAndNoPlaceInTheTree) {
+    // Copies share the font, take a cursor of their own and no place in the tree.
     svc.gfx.defineFont("other", 16, 10);
     type({'a', 'b'});
     {
@@ -175,6 +161,17 @@ TEST_F(EntryWidget, CopiesShareTheFontTakeACursorOfTheirOwnAndNoPlaceInTheTree) 
                   (Ints{2, entry->font, 2, 2}));
     }
     EXPECT_EQ(svc.gfx.liveSprites(), 1) << "the copy gave its own cursor back";
+    svc.gfx.failSprite("none");
+    EXPECT_FALSE(entry->setCursor("none"));
+    EXPECT_EQ(entry->cursor * 10 + svc.gfx.liveSprites(), -10);
+    g_gfx = nullptr; // nor without a graphics service
+    EXPECT_FALSE(entry->setCursor("caret"));
+    g_gfx = &svc.gfx;
+    EXPECT_TRUE(cursor(16).empty());
+    entry->setCursor("caret");
+    entry->detachFromParent();
+    delete entry;
+    EXPECT_EQ(svc.gfx.liveSprites(), 0) << "destroying the field gives its cursor back";
 }
 
 TEST_F(EntryWidget, DescriptionKeysAndMistakes) {

@@ -24,9 +24,8 @@ protected:
     uiFlowLayout* layout = stage.add<uiFlowLayout>("uiFlowLayout", "flow", {});
     std::vector<uiWidget*> items;
 
-    // Lays out children of the given sizes, added in this order at a place the pass must overwrite, with
-    // `f` applied to the inactive layout first; the places as "x,y" in the order added, and the layout's
-    // extent.
+    // Lays out children of these sizes (at a place the pass must overwrite) with `f` applied to the
+    // inactive layout; the places as "x,y" in the order added, and the layout's extent.
     std::string place(const Sizes& sizes, Flow f = {}) {
         stage.root()->setActive(false, true);
         for (auto [w, h] : sizes)
@@ -75,8 +74,7 @@ TEST_F(FlowLayout, PlacesOnlyWhenItBecomesActiveNeverShrinksAndGivesUpWithoutMem
     items[1]->rect.x = 7;
     layout->setActive(true, true);
     EXPECT_EQ(items[1]->rect.x, 7) << "an active layout does not place again";
-    // Placed again in the order the children were added; a child that keeps its own state is placed but
-    // not activated; the layout's rectangle only grows.
+    // Placed again in the order added; a child keeping its own state is not activated; the extent only grows.
     items[0]->setWidth(10);
     items[1]->setWidth(10);
     EXPECT_EQ(place({{10, 5}}), "0,0 10,0 20,0 -> 80,20");
@@ -140,8 +138,7 @@ TEST_F(FlowLayout, DescriptionKeysMistakesAndExtremeValues) {
         "hostile.txt");
     ASSERT_TRUE(hostile);
     EXPECT_EQ(static_cast<uiFlowLayout*>(hostile.root())->getFlowType(), uiFlowLayout::HORIZONTAL);
-    // Widget positions stay within a million pixels of 0: values beyond are brought to that edge, with a
-    // warning where a description gave them.
+    // Positions stay within a million pixels of 0, with a warning where a description went beyond.
     EXPECT_EQ(svc.log.count(), 3) << svc.log.dump();
     EXPECT_TRUE(svc.log.has(1, "...line 11: x2 = 2147483647 is out of range, 1048576 used\f"));
     for (const char* path : {"", "wide", "b"}) {
