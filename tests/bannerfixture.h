@@ -10,7 +10,6 @@
 class BannerProbe : public uiDigitalBanner {
 public:
     using uiDigitalBanner::_calcLeadingSpace;
-    using uiDigitalBanner::_extractMessage;
     using uiDigitalBanner::_removeMessage;
     dbMessage_t* head() { return messages; }
     unsigned int queued() const { return messageCount; }

@@ -91,8 +91,6 @@ TEST_F(MarkupTest, AcceptedMessagesAreReadPartByPart) {
 
 TEST_F(MarkupTest, EmptyTooLongAndOutOfMemoryMessagesLeaveNothing) {
     banner->print(0u, "%s", "");
-    char text[] = "^P|ON;0;0|A;0|OFF;0;0|^p";
-    banner->_extractMessage(text, nullptr);
     EXPECT_TRUE(banner->isEmpty());
     EXPECT_EQ(svc.log.count(), 0) << svc.log.dump();
 
