@@ -1,7 +1,6 @@
 // Loading descriptions on the background loader's worker thread while the game runs frames.
 #include <gtest/gtest.h>
 #include <atomic>
-#include <mutex>
 #include <thread>
 #include "testkit.h"
 #include "uibackgroundloader.h"
@@ -9,15 +8,17 @@
 
 namespace {
 
-// Holds the parse that reaches it (through the progress callback) while the test holds `lock`.
+// Holds the parse that reaches it (through the progress callback) until the test opens it. A flag, not
+// a mutex: the worker waits inside the loader's lock, which the test's thread takes too.
 struct Gate {
-    std::mutex lock;
+    std::atomic<bool> held{true};
     std::atomic<bool> arrived{false};
     static void onProgress(uiWidget*, void* client, e_uiProgressEvent event) {
         auto* gate = static_cast<Gate*>(client);
         if (event != UIPROG_CREATED) return;
         gate->arrived = true;
-        std::lock_guard<std::mutex> wait(gate->lock);
+        while (gate->held)
+            std::this_thread::yield();
     }
 };
 
@@ -41,9 +42,8 @@ protected:
         EXPECT_EQ(svc.gfx.liveSprites(), 0);
         EXPECT_EQ(svc.memory.outstandingBlocks(), 0) << svc.memory.report();
     }
-    // A loader whose worker is held by `gate` (locked here) inside a load of menu.txt, at its root.
+    // A loader whose worker is held by `gate` inside a load of menu.txt, at its root.
     uiBackgroundLoader* loaderHeldInALoad(Gate& gate) {
-        gate.lock.lock();
         uiWidget::registerProgCb(&Gate::onProgress, &gate);
         uiBackgroundLoader* loader = new uiBackgroundLoader();
         loader->loadWidget("menu.txt");
@@ -98,7 +98,7 @@ TEST_F(BackgroundLoader, LoadsOnTheWorkerWhileFramesRunAndHandsTheResultOverOnce
 TEST_F(BackgroundLoader, TerminateAndDestructionLetTheRunningLoadFinishAndForceTerminateMakesItGiveUp) {
     Gate held;
     uiBackgroundLoader* loader = loaderHeldInALoad(held);
-    held.lock.unlock();
+    held.held = false;
     delete loader; // waits for the worker to finish the load, and deletes the tree it built
     EXPECT_EQ(svc.gfx.count("createSprite") * 10 + svc.gfx.liveSprites(), 10); // finished, then deleted
 
@@ -106,7 +106,7 @@ TEST_F(BackgroundLoader, TerminateAndDestructionLetTheRunningLoadFinishAndForceT
     loader = loaderHeldInALoad(gate);
     loader->terminate();
     EXPECT_EQ(loader->getState(), 2);
-    gate.lock.unlock();
+    gate.held = false;
     uiWidget* menu = loader->getWidget(nullptr);
     ASSERT_NE(menu, nullptr);
     loader->loadWidget("menu.txt"); // refused: nobody would carry it out
@@ -119,7 +119,7 @@ TEST_F(BackgroundLoader, TerminateAndDestructionLetTheRunningLoadFinishAndForceT
     Gate forced;
     loader = loaderHeldInALoad(forced);
     ui->forceTerminate();
-    forced.lock.unlock();
+    forced.held = false;
     EXPECT_EQ(loader->getWidget(nullptr), nullptr);
     ui->initialize(nullptr); // once the flag is cleared the same loader loads again
     loader->loadWidget("menu.txt");
