@@ -30,6 +30,7 @@ public:
     ~ProbeWidget() override { note("destroy"); }
 
 protected:
+    // Writes "<name> <what>" to the current journal, if there is one.
     inline void note(const std::string& what);
     void _update(int x, int y) override { note("update " + std::to_string(x) + "," + std::to_string(y)); }
     void _render(int x, int y) override { note("render " + std::to_string(x) + "," + std::to_string(y)); }
@@ -49,6 +50,7 @@ protected:
 // which give the role back to the journal that had it before.
 class Journal {
 public:
+    // One entry per hook call, oldest first.
     std::vector<std::string> lines;
 
     Journal() : m_outer(ProbeWidget::journal) { ProbeWidget::journal = this; }

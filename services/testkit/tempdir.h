@@ -15,6 +15,7 @@ public:
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
+    // The folder, made when the TempDir was.
     const std::filesystem::path& path() const { return m_path; }
     // The folder's path as text, with `name` appended when given.
     std::string operator/(const std::string& name) const { return (m_path / name).string(); }
