@@ -30,7 +30,7 @@ public:
     ~ProbeWidget() override { note("destroy"); }
 
 protected:
-    // Writes "<name> <what>" to the current journal, if there is one.
+    // Writes "<name>:<what>" to the current journal, if there is one.
     inline void note(const std::string& what);
     void _update(int x, int y) override { note("update " + std::to_string(x) + "," + std::to_string(y)); }
     void _render(int x, int y) override { note("render " + std::to_string(x) + "," + std::to_string(y)); }
