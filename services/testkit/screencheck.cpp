@@ -22,7 +22,7 @@ Run play(const std::map<std::string, std::string>& files, const std::string& fil
     playScreen(file.c_str());
     int errors = 0;
     for (const LogEntry& e : svc.log.entries())
-        errors += e.severity == 2;
+        errors += e.severity == Logger::kError;
     return {svc.memory.failed(), svc.memory.allocations(), svc.memory.outstandingBlocks(), errors,
             svc.memory.report() + svc.log.dump()};
 }
